@@ -1,0 +1,51 @@
+# How this project's own targets are made, in one place.
+
+# Gives TARGET our language standard, visibility, warnings and sanitizers.
+function(fontengine_settings TARGET)
+    target_compile_features(${TARGET} PUBLIC cxx_std_20)
+    set_target_properties(${TARGET} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+    # The source path in messages is cut down to the part below this root.
+    target_compile_definitions(${TARGET} PRIVATE FONTENGINE_SOURCE_ROOT="${PROJECT_SOURCE_DIR}/")
+    if(MSVC)
+        target_compile_options(${TARGET} PRIVATE /W4 /utf-8 $<$<BOOL:${FONTENGINE_WERROR}>:/WX>)
+    else()
+        target_compile_options(${TARGET} PRIVATE
+            -Wall -Wextra -Wpedantic -Wconversion
+            $<$<BOOL:${FONTENGINE_WERROR}>:-Werror>)
+    endif()
+    if(FONTENGINE_SANITIZE)
+        target_compile_options(${TARGET} PRIVATE
+            -fsanitize=${FONTENGINE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        target_link_options(${TARGET} PRIVATE -fsanitize=${FONTENGINE_SANITIZE})
+    endif()
+endfunction()
+
+# A static component: its folder is its include root (<Common/UUID.h> lies in
+# Common/Common). Components end up inside FontEngine, which exports from them
+# what FONTENGINE_API marks.
+function(fontengine_component TARGET)
+    add_library(${TARGET} STATIC ${ARGN})
+    fontengine_settings(${TARGET})
+    target_compile_definitions(${TARGET} PRIVATE FONTENGINE_BUILD)
+endfunction()
+
+# One test program per folder of tests/, run with the pinned fonts only.
+# fontengine_test(NAME SOURCES a.cpp b.cpp LIBRARIES x y [LABELS linux])
+function(fontengine_test NAME)
+    cmake_parse_arguments(TEST "" "" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+    add_executable(${NAME} ${TEST_SOURCES})
+    fontengine_settings(${NAME})
+    target_include_directories(${NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_link_libraries(${NAME} PRIVATE ${TEST_LIBRARIES} GTest::gmock GTest::gtest_main)
+    target_compile_definitions(${NAME} PRIVATE
+        FONTENGINE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests"
+        FONTENGINE_TEST_FONTS="${FONTENGINE_TEST_FONTS}")
+    gtest_discover_tests(${NAME}
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 120
+        PROPERTIES ENVIRONMENT "FONTCONFIG_FILE=${FONTENGINE_TEST_FONTCONFIG}" LABELS "${TEST_LABELS}" TIMEOUT 300)
+endfunction()
