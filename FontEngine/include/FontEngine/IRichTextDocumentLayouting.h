@@ -1,0 +1,68 @@
+#pragma once
+
+#include <vector>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include <Common/Export.h>
+#include <geometry/MbRect.h>
+#include <geometry/MbRegion.h>
+#include <render/RichTextDocument.h>
+
+namespace fonts {
+
+// Places the paragraphs of one document in a box: set the box and the options,
+// call layout(), read the results. The layouting factory creates the three kinds
+// (plain document, DXF MText, DXF MText by glyph clusters); where they differ,
+// the operation says so.
+//
+// Rectangles are in the document's units, y axis up. The setters only store;
+// results are those of the latest layout(), empty before the first, and are
+// returned as copies that the caller owns.
+//
+// Threads: one layouting belongs to one thread at a time. It calls the text
+// metrics service, whose thread rule holds for layout().
+class FONTENGINE_API IRichTextDocumentLayouting {
+public:
+    virtual ~IRichTextDocumentLayouting() = default;
+
+    // Sets the box. Until it is set it is empty.
+    virtual void setLayoutRect(const MbRect& layoutRect) = 0;
+
+    // Sets the margin taken off the left and the right side of the box; 0 until
+    // it is set. A margin above half the box's width makes the box empty.
+    virtual void setHorizontalMargin(float horizontalMargin) = 0;
+
+    // Chooses what is aligned with the box: the text as laid out, or its ink.
+    // Plain documents are aligned by ink when the flag is true (default: false).
+    // DXF MText has the inverse sense: aligned by ink unless the flag is true.
+    // Glyph clusters ignore it.
+    virtual void setAlignByTextBounds(bool alignByTextBounds) = 0;
+
+    // Computes the results from the current settings.
+    //
+    // An empty box (xmin > xmax or ymin > ymax, margin included) lays a plain
+    // document out at its natural size with the top-left corner of its first
+    // paragraph at the origin; the two DXF kinds keep their previous results.
+    //
+    // Errors: those of the text metrics service, and violations
+    // (common::EAssertionViolation) where the service's answers do not fit the
+    // document. The rectangles stay as they were then, except that glyph
+    // clusters may be partly rebuilt.
+    virtual void layout() = 0;
+
+    // One rectangle per paragraph, in paragraph order; by glyph clusters: one per
+    // cluster.
+    virtual std::vector<MbRect> getRects() const = 0;
+
+    // The paragraphs that the rectangles belong to, same order: the document's
+    // own (also before the first layout()), or by glyph clusters one paragraph of
+    // one token per cluster.
+    virtual std::vector<render::CRichTextParagraph> getParagraphs() const = 0;
+
+    // The bars of underlines, by glyph clusters only; otherwise empty. The caller
+    // shares ownership of the regions with the layouting.
+    virtual std::vector<boost::intrusive_ptr<MbRegion>> getRegions() const = 0;
+};
+
+} // namespace fonts
