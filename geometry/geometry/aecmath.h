@@ -1,0 +1,15 @@
+#pragma once
+
+#include <Common/Export.h>
+#include <geometry/MbRect.h>
+#include <geometry/MbRegion.h>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+namespace aecmath {
+
+/// A new region that covers `rect`: one contour, counterclockwise from the lower left corner (y up). An empty
+/// rectangle gives a region without contours.
+[[nodiscard]] FONTENGINE_API boost::intrusive_ptr<MbRegion> createRegionByRect(const MbRect& rect);
+
+} // namespace aecmath

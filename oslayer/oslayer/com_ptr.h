@@ -1,0 +1,103 @@
+#pragma once
+
+#include <unknwn.h>
+
+#include <cstddef>
+#include <exception>
+#include <utility>
+
+namespace oslayer {
+
+/// An owning reference to a reference-counted platform object: copying adds a reference, destruction releases it.
+/// Using an empty one through its arrow ends the process (std::terminate): it is a fault of the program, and no caller
+/// could go on.
+template <class T>
+class com_ptr {
+public:
+    /// What __uuidof looks through a com_ptr for.
+    using interface_type = T;
+
+    com_ptr() noexcept = default;
+    com_ptr(std::nullptr_t) noexcept {}
+    /// Shares `object`: adds a reference of its own.
+    com_ptr(T* object) noexcept : m_object(object) { addReference(); }
+    com_ptr(const com_ptr& other) noexcept : com_ptr(other.m_object) {}
+    com_ptr(com_ptr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+    ~com_ptr() { release(); }
+
+    com_ptr& operator=(const com_ptr& other) noexcept {
+        com_ptr(other).swap(*this);
+        return *this;
+    }
+    com_ptr& operator=(com_ptr&& other) noexcept {
+        com_ptr(std::move(other)).swap(*this);
+        return *this;
+    }
+    /// Shares `object`: adds a reference of its own.
+    com_ptr& operator=(T* object) noexcept {
+        com_ptr(object).swap(*this);
+        return *this;
+    }
+    com_ptr& operator=(std::nullptr_t) noexcept {
+        release();
+        return *this;
+    }
+
+    /// Takes over the caller's reference to `object` instead of adding one.
+    [[nodiscard]] static com_ptr adopt(T* object) noexcept {
+        com_ptr owner;
+        owner.m_object = object;
+        return owner;
+    }
+
+    /// Hands the reference over to the caller, who now has to release it.
+    [[nodiscard]] T* detach() noexcept { return std::exchange(m_object, nullptr); }
+
+    /// Becomes `object` seen as T. Does nothing when both name the same object already (or both name none); a query
+    /// that fails, and a null `object`, leave this one empty.
+    void queryFrom(IUnknown* object) noexcept {
+        if (static_cast<IUnknown*>(m_object) == object) {
+            return;
+        }
+        T* queried = nullptr;
+        if (object != nullptr && object->QueryInterface(__uuidof(T), reinterpret_cast<void**>(&queried)) < 0) {
+            queried = nullptr;
+        }
+        adopt(queried).swap(*this);
+    }
+
+    void swap(com_ptr& other) noexcept { std::swap(m_object, other.m_object); }
+
+    /// For out-parameters: releases what is held and gives the place where a callee stores a new reference.
+    [[nodiscard]] T** operator&() noexcept {
+        release();
+        return &m_object;
+    }
+
+    [[nodiscard]] T* get() const noexcept { return m_object; }
+    operator T*() const noexcept { return m_object; }
+
+    T* operator->() const noexcept {
+        if (m_object == nullptr) [[unlikely]] {
+            std::terminate();
+        }
+        return m_object;
+    }
+
+private:
+    void addReference() const noexcept {
+        if (m_object != nullptr) {
+            m_object->AddRef();
+        }
+    }
+    // Forgets the object before releasing it, so that a destructor that comes back here finds nothing.
+    void release() noexcept {
+        if (T* object = std::exchange(m_object, nullptr); object != nullptr) {
+            object->Release();
+        }
+    }
+
+    T* m_object = nullptr;
+};
+
+} // namespace oslayer
