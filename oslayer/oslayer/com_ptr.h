@@ -14,8 +14,8 @@ namespace oslayer {
 template <class T>
 class com_ptr {
 public:
-    /// What __uuidof looks through a com_ptr for.
-    using interface_type = T;
+    /// __uuidof(pointer) means this interface.
+    using value_type = T;
 
     com_ptr() noexcept = default;
     com_ptr(std::nullptr_t) noexcept {}

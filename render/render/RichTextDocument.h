@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Common/Export.h>
 #include <Common/OrderedContainer.h>
 #include <Common/UUID.h>
 
@@ -83,5 +84,24 @@ struct TextRange {
 
     friend bool operator==(const TextRange&, const TextRange&) noexcept = default;
 };
+
+/// A 64-bit value over what a document's natural extent depends on: its tab stop width and, token by token in reading
+/// order, text, size, family and style. Alignments, wrapping, colours, names and identifiers take no part: documents
+/// that differ only in them hash alike. The same on every platform and in every run.
+[[nodiscard]] FONTENGINE_API std::uint64_t hashDocument(const CRichTextDocument& document);
+
+/// An opaque black run (colour 0xFF000000), bold and italic as `fontStyle` says and never underlined.
+[[nodiscard]] FONTENGINE_API SRichTextToken makeToken(std::wstring text, std::wstring fontFamily, float fontCapSize,
+                                                      SRichTextFontStyle fontStyle);
+
+/// A document of one paragraph (left, top, wrapping) that holds one such run, even for an empty text. All identifiers
+/// are nil; the tab stop width is the default.
+[[nodiscard]] FONTENGINE_API CRichTextDocument makeSingleParagraphDocument(std::wstring text, std::wstring fontFamily,
+                                                                           float fontCapSize,
+                                                                           SRichTextFontStyle fontStyle);
+
+/// A document of these paragraphs from top to bottom. The keys that order them are made from their places, the same in
+/// every run (a host that keeps documents keys its paragraphs with identifiers of its own; `id` stays as it is).
+[[nodiscard]] FONTENGINE_API CRichTextDocument makeDocument(std::vector<CRichTextParagraph> paragraphs);
 
 } // namespace render
