@@ -1,0 +1,21 @@
+#pragma once
+
+#include <dwrite.h>
+
+/// How glyphs stand in vertical text.
+enum DWRITE_VERTICAL_GLYPH_ORIENTATION {
+    DWRITE_VERTICAL_GLYPH_ORIENTATION_DEFAULT = 0,
+    DWRITE_VERTICAL_GLYPH_ORIENTATION_STACKED = 1
+};
+
+struct IDWriteFactory1 : IDWriteFactory {};
+
+struct IDWriteTextAnalysisSource1 : IDWriteTextAnalysisSource {
+    /// Orientation and bidi level at a position, and for how many positions they hold.
+    virtual HRESULT STDMETHODCALLTYPE GetVerticalGlyphOrientation(UINT32 textPosition, UINT32* textLength,
+                                                                  DWRITE_VERTICAL_GLYPH_ORIENTATION* glyphOrientation,
+                                                                  UINT8* bidiLevel) = 0;
+};
+
+PLATFORM_UUID(IDWriteFactory1, "30572f99-dac6-41db-a16e-0486307e606a");
+PLATFORM_UUID(IDWriteTextAnalysisSource1, "639cfad8-0fb4-4b21-a58a-067920120009");

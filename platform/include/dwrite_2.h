@@ -1,0 +1,29 @@
+#pragma once
+
+#include <dwrite_1.h>
+
+/// Finds fonts for characters that a wished-for family lacks. Thread-safe.
+struct IDWriteFontFallback : IUnknown {
+    /// Maps the text from `textPosition` on to one font.
+    ///
+    /// `analysisSource` is only read (text, locale); no reference of it is taken.
+    /// `baseFontCollection` null means the system's; `baseFamilyName` null skips the
+    /// base family. Stores how many text positions the result holds for
+    /// (1 .. textLength; 0 only for textLength 0), the font with a reference for the
+    /// caller, or null where no font covers them, and the scale of the em size.
+    /// E_INVALIDARG without a source or for text that is not UTF-16, with length 0,
+    /// no font and scale 1.
+    virtual HRESULT STDMETHODCALLTYPE MapCharacters(IDWriteTextAnalysisSource* analysisSource, UINT32 textPosition,
+                                                    UINT32 textLength, IDWriteFontCollection* baseFontCollection,
+                                                    const WCHAR* baseFamilyName, DWRITE_FONT_WEIGHT baseWeight,
+                                                    DWRITE_FONT_STYLE baseStyle, DWRITE_FONT_STRETCH baseStretch,
+                                                    UINT32* mappedLength, IDWriteFont** mappedFont, FLOAT* scale) = 0;
+};
+
+struct IDWriteFactory2 : IDWriteFactory1 {
+    /// The system's fallback: one object for the process, with a reference for the caller.
+    virtual HRESULT STDMETHODCALLTYPE GetSystemFontFallback(IDWriteFontFallback** fontFallback) = 0;
+};
+
+PLATFORM_UUID(IDWriteFontFallback, "efa008f9-f7a1-48bf-b05c-f224713cc0ff");
+PLATFORM_UUID(IDWriteFactory2, "0439fc60-ca44-4994-8dee-3a9af7b732ec");

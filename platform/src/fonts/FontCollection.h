@@ -1,0 +1,53 @@
+#pragma once
+
+#include "com/ComObject.h"
+#include "fonts/FontFamily.h"
+
+#include <dwrite_font.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace platform {
+
+class FaceSource;
+struct FontSet;
+
+/// All families, ordered by name. Interned; immutable once built.
+class CFontCollection final : public CInternedObject<IDWriteFontCollection> {
+public:
+    /// The fonts of the system, read at the first call. Empty when there are none.
+    static CFontCollection& system();
+    /// The collection behind an interface pointer: the system's for null and for a
+    /// collection that is not ours.
+    static CFontCollection& of(IDWriteFontCollection* collection);
+
+    /// Families and fonts of `set`.
+    explicit CFontCollection(FontSet set);
+    ~CFontCollection();
+
+    const std::vector<std::unique_ptr<CFontFamily>>& families() const noexcept { return m_families; }
+    /// The family with this name (any of its languages), letter case ignored; null if none.
+    CFontFamily* findFamily(std::wstring_view name) const;
+    /// The real font of a face as Fontconfig lists it (FC_FILE and FC_INDEX); null if none.
+    CFont* fontOfFile(std::string_view file, int index) const;
+
+    // IDWriteFontCollection
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
+    using IUnknown::QueryInterface;
+    UINT32 STDMETHODCALLTYPE GetFontFamilyCount() override;
+    HRESULT STDMETHODCALLTYPE GetFontFamily(UINT32 index, IDWriteFontFamily** fontFamily) override;
+    HRESULT STDMETHODCALLTYPE FindFamilyName(const WCHAR* familyName, UINT32* index, BOOL* exists) override;
+    HRESULT STDMETHODCALLTYPE GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) override;
+
+private:
+    std::vector<std::unique_ptr<FaceSource>> m_sources;
+    std::vector<std::unique_ptr<CFontFamily>> m_families;
+    std::unordered_map<std::wstring, std::size_t> m_familyByFoldedName;
+    std::unordered_map<std::string, CFont*> m_fontByFile;
+};
+
+} // namespace platform
