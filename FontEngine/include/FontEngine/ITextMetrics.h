@@ -31,9 +31,10 @@ namespace fonts {
 // Text is UTF-16, one unit per element of a std::wstring.
 //
 // Errors: a failed platform call is thrown as oslayer::EOsLayerError (text with
-// an element above 0xFFFF ends so, with E_INVALIDARG), a capital size that is
-// not above 0 and a paragraph without tokens as common::ECheckViolation. Nothing
-// is returned then, and the service stays usable.
+// an element above 0xFFFF and a capital size of 0 or less end so, with
+// E_INVALIDARG), a capital size that is not a number and a document's paragraph
+// without tokens as common::ECheckViolation. Nothing is returned then, and the
+// service stays usable.
 //
 // Threads: the service itself may be called from several threads, but every
 // operation that lays text out uses the font engine the service was made with,
