@@ -31,10 +31,11 @@ struct FontRequest {
     bool italic = false;
     std::optional<unsigned> charset; ///< `c`: Windows character set, 204 for Cyrillic.
     std::optional<unsigned> pitch;   ///< `p`: Windows pitch and family.
+    bool shapeFont = false;          ///< Names compiled shape files (.shx), which hold strokes, not outlines.
 };
 
 /// Gives the family name that the document shall ask for. Called once for each
-/// font code of the content, in reading order.
+/// different font code of a content, in reading order.
 using FontResolver = std::function<std::wstring(const FontRequest&)>;
 
 /// What holds where the content says nothing: the entity's own properties.
@@ -50,6 +51,7 @@ struct Defaults {
     render::eRichTextParagraphVerticalAlignment verticalAlignment =
         render::eRichTextParagraphVerticalAlignment::Default;
     bool noWrap = false;
+    bool shapeFont = false;     ///< The style's font is a shape file: `%%127` to `%%129` are its drafting symbols.
     float tabStopWidth = 40.0F; ///< Taken over into the document unless the content's own tab stops are even.
     unsigned codePage = 1252;   ///< The drawing's code page, for `%%nnn` from 128 on.
     ByteDecoder decodeBytes;    ///< May be empty: then `\M+nXXXX` comes out as U+FFFD.
@@ -80,7 +82,7 @@ struct ParagraphFormat {
     float spaceAfter = 0.0F;
     LineSpacingKind lineSpacingKind = LineSpacingKind::Default;
     float lineSpacing = 0.0F;
-    std::vector<TabStop> tabStops; ///< In the order written.
+    std::vector<TabStop> tabStops; ///< In the order written, 64 at most.
     bool startsColumn = false;     ///< The paragraph follows a column break.
 };
 
@@ -95,8 +97,9 @@ struct Result {
 /// The document has at least one paragraph and every paragraph at least one
 /// token; an empty line is a token without text in the style that holds there.
 /// Neighbouring text of one style is one token. Characters that form no valid
-/// code are text. Control codes with a letter the reader does not know keep
-/// their text and are reported.
+/// code are text. Codes with a letter the reader does not know keep their
+/// characters and are reported. Paragraph properties belong to the paragraph in
+/// which they were last given, the end of a group restores them for the next.
 Result parse(std::wstring_view content, const Defaults& defaults);
 
 /// Reads the string of a TEXT, ATTRIB or ATTDEF into a document of one
@@ -113,6 +116,6 @@ std::wstring plainText(const render::CRichTextDocument& document);
 /// 255, 165, 127.5, 76.5 and 38.25, odd numbers at half saturation), 250 to
 /// 255 greys from 51 to 255 in even steps; fractions are cut. 7 gives
 /// `foreground`; 0, 256 and what is no colour number give `inherited`.
-std::uint32_t argbFromColorIndex(long index, std::uint32_t foreground, std::uint32_t inherited);
+std::uint32_t argbFromColorIndex(std::int32_t index, std::uint32_t foreground, std::uint32_t inherited);
 
 } // namespace mtext
