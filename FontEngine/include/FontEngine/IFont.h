@@ -35,18 +35,18 @@ public:
     virtual ~IFont() = default;
 
     // The family name under which the font was asked for.
-    virtual std::wstring requestedFontFamily() const = 0;
+    virtual std::wstring requestedFontFamily() = 0;
 
     // The name of the family that the font belongs to, as a text layout wants
     // it: the first of the family's names, whatever its language. Its last
     // element is the terminating NUL; use it through c_str().
-    virtual std::wstring fontFamily() const = 0;
+    virtual std::wstring fontFamily() = 0;
 
     // The em size at which the font's capitals are `capitalSize` high.
-    virtual double capitalLetterSizeToFontSize(double capitalSize) const = 0;
+    virtual double capitalLetterSizeToFontSize(double capitalSize) = 0;
 
     // The font's metrics at the size at which its capitals are `capitalSize` high.
-    virtual SFontMetrics metricsByCapitalLetterSize(double capitalSize) const = 0;
+    virtual SFontMetrics metricsByCapitalLetterSize(double capitalSize) = 0;
 };
 
 } // namespace fonts
