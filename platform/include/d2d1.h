@@ -9,6 +9,7 @@
 #include <dcommon.h>
 
 #define D2DERR_WRONG_STATE platformStatus(0x88990001u)
+#define D2DERR_BAD_NUMBER platformStatus(0x88990011u)
 
 enum D2D1_FACTORY_TYPE { D2D1_FACTORY_TYPE_SINGLE_THREADED = 0, D2D1_FACTORY_TYPE_MULTI_THREADED = 1 };
 
@@ -72,7 +73,8 @@ struct ID2D1Resource : IUnknown {
 struct ID2D1Geometry : ID2D1Resource {
     /// The bounds of the filled shape after `worldTransform` (null: identity), exact
     /// for curves. A geometry without figures gives S_OK and left > right.
-    /// D2DERR_WRONG_STATE before a path's sink is closed.
+    /// D2DERR_WRONG_STATE before a path's sink is closed, D2DERR_BAD_NUMBER when the
+    /// map or the result is not finite.
     virtual HRESULT STDMETHODCALLTYPE GetBounds(const D2D1_MATRIX_3X2_F* worldTransform, D2D1_RECT_F* bounds) const = 0;
 
     HRESULT GetBounds(const D2D1_MATRIX_3X2_F& worldTransform, D2D1_RECT_F* bounds) const {
@@ -96,7 +98,8 @@ struct ID2D1SimplifiedGeometrySink : IUnknown {
     virtual void STDMETHODCALLTYPE AddLines(const D2D1_POINT_2F* points, UINT pointsCount) = 0;
     virtual void STDMETHODCALLTYPE AddBeziers(const D2D1_BEZIER_SEGMENT* beziers, UINT beziersCount) = 0;
     virtual void STDMETHODCALLTYPE EndFigure(D2D1_FIGURE_END figureEnd) = 0;
-    /// Ends the path. D2DERR_WRONG_STATE when it was closed before or misused.
+    /// Ends the path. D2DERR_WRONG_STATE when it was closed before or misused,
+    /// D2DERR_BAD_NUMBER when a coordinate was not finite.
     virtual HRESULT STDMETHODCALLTYPE Close() = 0;
 };
 

@@ -8,27 +8,26 @@ namespace platform {
 
 class CFontFace;
 
-/// Identifies IGlyphOutlineSink to QueryInterface. No caller outside this library knows it.
-inline constexpr GUID IID_IGlyphOutlineSink = {
-    0x5f0c6d3e, 0x41d7, 0x4b8a, {0x9a, 0x52, 0x0e, 0x6b, 0x1d, 0x8f, 0x77, 0xc4}};
-
 /// The short road from a glyph run to the bounds of its outline.
 ///
-/// A face that is asked for the outline of a run asks the sink for this interface. Our own path geometry answers; it then
-/// takes whole glyphs, whose exact bounds the face keeps, and turns them into curves only if somebody needs the curves.
-/// Every other sink gets the curves at once. What a caller can observe is the same on both roads.
+/// A face that is asked for the outline of a run asks the sink for this interface. Our own path geometry answers; it
+/// then takes whole glyphs, whose exact bounds the face keeps, and turns them into curves only if somebody needs the
+/// curves. Every other sink gets the curves at once. What a caller can observe is the same on both roads.
 ///
 /// The caller still announces the fill mode through the sink's own SetFillMode. A reference taken by QueryInterface is
 /// released as usual. One sink serves one thread.
-class IGlyphOutlineSink : public IUnknown {
-public:
+struct IGlyphOutlineSink : IUnknown {
     /// Announces how many glyphs follow, so that memory is taken once.
     virtual void STDMETHODCALLTYPE reserveGlyphs(std::size_t count) noexcept = 0;
 
-    /// Adds one upright glyph whose origin lies at (x, y), in the sink's units, y axis down. `scale` is em / unitsPerEm.
-    /// A glyph without outline adds nothing. The face must outlive the sink, as interned faces do. A failure (an open
-    /// figure, a closed sink, no memory) is remembered and reported by Close, as for all other additions.
+    /// Adds one upright glyph whose origin lies at (x, y), in the sink's units, y axis down. `scale` is em /
+    /// unitsPerEm. A glyph without outline adds nothing. The face must outlive the sink, as interned faces do. A
+    /// failure (an open figure, a closed sink, no memory) is remembered and reported by Close, as for all other
+    /// additions.
     virtual void STDMETHODCALLTYPE addGlyph(CFontFace& face, UINT16 glyph, float scale, float x, float y) noexcept = 0;
 };
 
 } // namespace platform
+
+// No caller outside this library knows it.
+PLATFORM_UUID(platform::IGlyphOutlineSink, "5f0c6d3e-41d7-4b8a-9a52-0e6b1d8f77c4");
