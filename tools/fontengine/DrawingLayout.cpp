@@ -1,0 +1,96 @@
+#include "DrawingLayout.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include <Common/Violations.h>
+
+#include "InputError.h"
+#include "Progress.h"
+
+namespace tool {
+
+dxf::Drawing readDrawingFile(const std::string& path) {
+    if (std::error_code error; std::filesystem::is_directory(path, error)) {
+        throw InputError(path + ": is a folder; give the path of a DXF file");
+    }
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw InputError(path + ": cannot be opened: " + std::strerror(errno == 0 ? ENOENT : errno));
+    }
+    std::error_code error;
+    const auto size = std::filesystem::file_size(path, error);
+    Progress progress("Reading " + path + ", bytes");
+    try {
+        return dxf::readDrawing(file, [&](std::uint64_t bytes) {
+            progress.update(static_cast<std::size_t>(bytes), error ? 0 : static_cast<std::size_t>(size));
+            return true;
+        });
+    } catch (const dxf::Error& failure) {
+        throw InputError(path + ": " + failure.what());
+    }
+}
+
+namespace {
+
+void countIgnored(LaidOutDrawing& result, const std::vector<mtext::Diagnostic>& diagnostics) {
+    for (const mtext::Diagnostic& diagnostic : diagnostics) {
+        auto known = std::find_if(result.ignored.begin(), result.ignored.end(),
+                                  [&](const IgnoredCode& other) { return other.code == diagnostic.code; });
+        if (known == result.ignored.end()) {
+            result.ignored.push_back({diagnostic.code, 0, diagnostic.text, result.texts.size(), diagnostic.position});
+            known = result.ignored.end() - 1;
+        }
+        ++known->count;
+    }
+}
+
+std::string nameOf(const dxf::TextEntity& text) {
+    return "text at line " + std::to_string(text.line);
+}
+
+// A text that the platform refuses (a height that is not a number, say) must not
+// keep the others from being laid out.
+void layOutOne(Session& session, LaidOutDrawing& result, const dxf::PlacedText& placed, bool alignByInk) {
+    TextDocument document = makeTextDocument(result.drawing, placed, session.fontMap());
+    try {
+        LaidOutText text = layOutText(session, placed, document, alignByInk);
+        for (const LaidOutParagraph& paragraph : text.paragraphs) {
+            result.missingGlyphs += paragraph.painted.missingGlyphs;
+        }
+        countIgnored(result, document.diagnostics);
+        result.texts.push_back(std::move(text));
+        result.placed.push_back(placed);
+        result.diagnostics.push_back(std::move(document.diagnostics));
+    } catch (const std::exception& failure) {
+        result.failures.push_back(nameOf(*placed.text) + ": " + failure.what());
+    } catch (const common::EAssertionViolation& violation) {
+        result.failures.push_back(nameOf(*placed.text) + ": " + violation.message.c_str());
+    }
+}
+
+} // namespace
+
+LaidOutDrawing layOutDrawing(Session& session, const std::string& path, bool alignByInk) {
+    LaidOutDrawing result;
+    result.path = path;
+    result.drawing = readDrawingFile(path);
+    Progress progress("Laying out " + path + ", texts");
+    std::size_t done = 0;
+    dxf::placeTexts(result.drawing, [&](const dxf::PlacedText& placed) {
+        progress.update(++done, 0);
+        if (placed.visible) {
+            layOutOne(session, result, placed, alignByInk);
+        } else {
+            ++result.hiddenTexts;
+        }
+        return true;
+    });
+    return result;
+}
+
+} // namespace tool

@@ -1,0 +1,168 @@
+#include "FontMap.h"
+
+#include <algorithm>
+#include <array>
+#include <cwctype>
+#include <fstream>
+#include <string_view>
+
+#include <nlohmann/json.hpp>
+
+#include "InputError.h"
+
+#include <Common/Utf.h>
+
+namespace tool {
+
+namespace {
+
+struct BuiltInRow {
+    std::wstring_view names;    // separated by '|', lower case, without ending
+    std::wstring_view families; // separated by '|', best first
+};
+
+// Families with the same widths as the original come first in each row.
+constexpr std::array builtInRows{
+    BuiltInRow{
+        L"arial|arialbd|ariali|arialbi|helvetica|swiss|swissl|swissb|isocpeur|isocp|isocp2|isocp3|isoct|isoct2|isoct3",
+        L"Arial|Liberation Sans|DejaVu Sans"},
+    BuiltInRow{L"arial narrow|arialn|arialnb|swissc|swissk",
+               L"Arial Narrow|Liberation Sans Narrow|DejaVu Sans Condensed"},
+    BuiltInRow{L"times|timesbd|timesi|times new roman|dutch|dutchi|dutchb|romantic",
+               L"Times New Roman|Liberation Serif|DejaVu Serif"},
+    BuiltInRow{L"cour|courbd|courier|courier new|consola|consolas|lucon|monotxt|monos",
+               L"Courier New|Liberation Mono|DejaVu Sans Mono"},
+    BuiltInRow{L"calibri|segoeui|segoe ui", L"Calibri|Carlito|Liberation Sans|DejaVu Sans"},
+    BuiltInRow{L"cambria|georgia", L"Cambria|Caladea|Liberation Serif|DejaVu Serif"},
+    BuiltInRow{L"verdana|tahoma|trebuc|trebuchet ms", L"Verdana|Tahoma|DejaVu Sans"},
+    BuiltInRow{L"txt|simplex|romans|romand|romanc|romant|scripts|scriptc|italic|italicc|italict|gothice|gothicg|"
+               L"gothici|ltypeshp|standard",
+               L"DejaVu Sans|Liberation Sans"},
+    BuiltInRow{L"gost|gost type a|gost type b|gost type au|gost type bu|gost_a|gost_b|gost common|gostw|cs_gost2304",
+               L"GOST type A|GOST type B|DejaVu Sans Condensed|DejaVu Sans"},
+    BuiltInRow{L"simsun|nsimsun|simhei|simfang|simkai|fangsong|gbcbig|gbenor|gbeitc|hztxt|chinset",
+               L"SimSun|Noto Sans CJK SC|DejaVu Sans"},
+    BuiltInRow{L"mingliu|pmingliu|chineset", L"MingLiU|Noto Sans CJK TC|DejaVu Sans"},
+    BuiltInRow{L"msgothic|ms gothic|ms pgothic|msmincho|ms mincho|extfont|extfont2|bigfont|@extfont2",
+               L"MS Gothic|Noto Sans CJK JP|DejaVu Sans"},
+    BuiltInRow{L"gulim|batang|dotum|malgun gothic|malgun|whgtxt|whgdtxt|whtgtxt|whtmtxt",
+               L"Gulim|Noto Sans CJK KR|DejaVu Sans"},
+};
+
+// The family for what no row names.
+constexpr std::array<std::wstring_view, 3> defaultFamilies{L"DejaVu Sans", L"Liberation Sans", L"Noto Sans"};
+
+std::vector<std::wstring> split(std::wstring_view list) {
+    std::vector<std::wstring> parts;
+    while (true) {
+        const std::size_t bar = list.find(L'|');
+        parts.emplace_back(list.substr(0, bar));
+        if (bar == std::wstring_view::npos) {
+            return parts;
+        }
+        list.remove_prefix(bar + 1);
+    }
+}
+
+// "C:\fonts\ARIAL.TTF" and "arial" are the same font.
+std::wstring keyOf(std::wstring name) {
+    if (const std::size_t slash = name.find_last_of(L"/\\"); slash != std::wstring::npos) {
+        name.erase(0, slash + 1);
+    }
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](wchar_t unit) { return static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(unit))); });
+    for (const std::wstring_view ending : {L".shx", L".ttf", L".ttc", L".otf", L".pfb"}) {
+        if (name.size() > ending.size() && name.ends_with(ending)) {
+            name.erase(name.size() - ending.size());
+            break;
+        }
+    }
+    return name;
+}
+
+std::vector<std::wstring> familiesOf(const nlohmann::json& value, const std::string& name, const std::string& path) {
+    std::vector<std::wstring> families;
+    if (value.is_string()) {
+        families.push_back(common::wideFromUtf8(value.get<std::string>()));
+    } else if (value.is_array() &&
+               std::all_of(value.begin(), value.end(), [](const auto& v) { return v.is_string(); })) {
+        for (const auto& family : value) {
+            families.push_back(common::wideFromUtf8(family.get<std::string>()));
+        }
+    } else {
+        throw InputError(path + ": the entry \"" + name + "\" must be a family name or a list of family names");
+    }
+    return families;
+}
+
+} // namespace
+
+FontMap::FontMap(fonts::IFontEngine& engine) : m_engine(engine) {
+    for (const BuiltInRow& row : builtInRows) {
+        for (std::wstring& name : split(row.names)) {
+            m_builtInRows[std::move(name)] = split(row.families);
+        }
+    }
+}
+
+void FontMap::load(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw InputError(path + ": cannot be opened; give the path of a JSON file with --font-map");
+    }
+    const nlohmann::json table = nlohmann::json::parse(file, nullptr, false);
+    if (!table.is_object()) {
+        throw InputError(path + R"(: is not a font map; write {"romans.shx": "DejaVu Sans", ...})");
+    }
+    for (const auto& [name, value] : table.items()) {
+        m_userRows[keyOf(common::wideFromUtf8(name))] = familiesOf(value, name, path);
+    }
+}
+
+bool FontMap::isInstalled(const std::wstring& family) {
+    // The engine answers a family that it lacks with its fallback font.
+    return m_engine.getFont(family, fonts::Weight::Normal, fonts::Style::Normal) != m_engine.getFallbackFont();
+}
+
+std::wstring FontMap::firstInstalled(const Rows& rows, const std::wstring& key) {
+    if (const auto row = rows.find(key); row != rows.end()) {
+        for (const std::wstring& family : row->second) {
+            if (isInstalled(family)) {
+                return family;
+            }
+        }
+    }
+    return {};
+}
+
+std::wstring FontMap::replacementFor(const std::wstring& requested) {
+    const std::wstring key = keyOf(requested);
+    if (std::wstring family = firstInstalled(m_userRows, key); !family.empty()) {
+        return family;
+    }
+    if (isInstalled(requested)) {
+        return requested;
+    }
+    if (std::wstring family = firstInstalled(m_builtInRows, key); !family.empty()) {
+        return family;
+    }
+    for (const std::wstring_view family : defaultFamilies) {
+        if (isInstalled(std::wstring(family))) {
+            return std::wstring(family);
+        }
+    }
+    return requested; // none of the usual families: font fallback decides
+}
+
+std::wstring FontMap::familyFor(const std::wstring& requested) {
+    if (const auto answer = m_answers.find(requested); answer != m_answers.end()) {
+        return answer->second;
+    }
+    std::wstring family = replacementFor(requested);
+    if (family != requested) {
+        m_replacements.push_back({requested, family});
+    }
+    return m_answers[requested] = std::move(family);
+}
+
+} // namespace tool

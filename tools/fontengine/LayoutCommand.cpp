@@ -1,0 +1,104 @@
+#include "LayoutCommand.h"
+
+#include <filesystem>
+#include <iostream>
+
+#include <Common/Utf.h>
+
+#include "DrawingLayout.h"
+#include "JsonReport.h"
+#include "Picture.h"
+#include "Session.h"
+
+namespace tool {
+
+namespace {
+
+// Several drawings asked into one picture file get one each, named after them.
+std::string outputPath(const std::string& asked, const std::string& drawing, bool several) {
+    if (!several) {
+        return asked;
+    }
+    const std::filesystem::path path(asked);
+    const std::filesystem::path stem = std::filesystem::path(drawing).stem();
+    return (path.parent_path() / (path.stem().string() + "-" + stem.string() + path.extension().string())).string();
+}
+
+void report(const LaidOutDrawing& drawing) {
+    std::cout << drawing.path << ": " << drawing.texts.size() << " texts laid out";
+    if (drawing.hiddenTexts > 0) {
+        std::cout << ", " << drawing.hiddenTexts << " hidden ones left out";
+    }
+    std::cout << '\n';
+    for (const dxf::Problem& problem : drawing.drawing.problems) {
+        std::cout << "  damaged: " << problem.message << '\n';
+    }
+    for (const std::string& failure : drawing.failures) {
+        std::cout << "  not laid out: " << failure << '\n';
+    }
+    if (drawing.drawing.replacedBytes > 0) {
+        std::cout << "  " << drawing.drawing.replacedBytes
+                  << " bytes are no characters of the drawing's code page and are shown as U+FFFD\n";
+    }
+    if (drawing.missingGlyphs > 0) {
+        std::cout << "  " << drawing.missingGlyphs << " characters are in no installed font and are shown as boxes\n";
+    }
+    for (const IgnoredCode& ignored : drawing.ignored) {
+        std::cout << "  " << ignored.count << " x " << mtext::diagnosticDescription(ignored.code)
+                  << " (first: " << common::utf8FromWide(ignored.example) << " in the text at line "
+                  << drawing.placed[ignored.exampleText].text->line << ")\n";
+    }
+}
+
+void report(const std::vector<FontMap::Replacement>& replacements) {
+    for (const FontMap::Replacement& replacement : replacements) {
+        std::cout << "font " << common::utf8FromWide(replacement.requested)
+                  << " is not installed: " << common::utf8FromWide(replacement.family)
+                  << " stands in (change it with --font-map)\n";
+    }
+}
+
+ExitCode worst(const std::vector<LaidOutDrawing>& drawings) {
+    ExitCode code = ExitCode::Success;
+    for (const LaidOutDrawing& drawing : drawings) {
+        if (!drawing.failures.empty()) {
+            return ExitCode::Failure;
+        }
+        if (drawing.drawing.truncated()) {
+            code = ExitCode::DamagedInput;
+        } else if (drawing.texts.empty() && drawing.hiddenTexts == 0 && code == ExitCode::Success) {
+            std::cerr << drawing.path << ": holds no text; there is nothing to lay out\n";
+            code = ExitCode::NoText;
+        }
+    }
+    return code;
+}
+
+} // namespace
+
+ExitCode runLayout(const LayoutOptions& options) {
+    Session session;
+    if (options.fontMap) {
+        session.fontMap().load(*options.fontMap);
+    }
+    const bool several = options.drawings.size() > 1;
+    const PictureOptions picture{.boxes = options.boxes};
+    std::vector<LaidOutDrawing> drawings;
+    for (const std::string& path : options.drawings) {
+        drawings.push_back(layOutDrawing(session, path, options.alignByInk));
+        report(drawings.back());
+        if (options.png) {
+            writePng(outputPath(*options.png, path, several), drawings.back().texts, picture);
+        }
+        if (options.svg) {
+            writeSvg(outputPath(*options.svg, path, several), drawings.back().texts, picture);
+        }
+    }
+    report(session.fontMap().replacements());
+    if (options.json) {
+        writeJson(*options.json, drawings, session.fontMap().replacements());
+    }
+    return worst(drawings);
+}
+
+} // namespace tool

@@ -1,0 +1,193 @@
+#include "Picture.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+
+#include <cairo-svg.h>
+#include <cairo.h>
+
+#include "InputError.h"
+
+namespace tool {
+
+namespace {
+
+using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+using Context = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
+
+constexpr double margin = 24.0;
+
+MbCartPoint toDrawing(const LaidOutText& text, double x, double y) {
+    const dxf::Point point = text.toDrawing.apply({x, y, 0.0});
+    return {point.x, point.y};
+}
+
+std::array<MbCartPoint, 4> cornersOf(const LaidOutText& text, const MbRect& rect) {
+    return {toDrawing(text, rect.xmin, rect.ymin), toDrawing(text, rect.xmax, rect.ymin),
+            toDrawing(text, rect.xmax, rect.ymax), toDrawing(text, rect.xmin, rect.ymax)};
+}
+
+// Maps the drawing (y up) into the picture (y down).
+class Viewport {
+public:
+    Viewport(const std::vector<LaidOutText>& texts, const PictureOptions& options) {
+        for (const LaidOutText& text : texts) {
+            for (const MbRect& rect : {text.box, text.ink}) {
+                if (rect.isEmpty()) {
+                    continue;
+                }
+                for (const MbCartPoint& corner : cornersOf(text, rect)) {
+                    m_extent.IncludeX(corner.x);
+                    m_extent.IncludeY(corner.y);
+                }
+            }
+        }
+        if (m_extent.isEmpty()) {
+            m_extent = MbRect(0.0, 0.0, 1.0, 1.0);
+        }
+        const double width = m_extent.xmax - m_extent.xmin;
+        const double height = m_extent.ymax - m_extent.ymin;
+        const double longer = std::max({width, height, 1e-9});
+        m_scale = (options.longerSide - 2.0 * margin) / longer;
+        m_width = std::ceil(width * m_scale + 2.0 * margin);
+        m_height = std::ceil(height * m_scale + 2.0 * margin);
+    }
+
+    double width() const { return m_width; }
+    double height() const { return m_height; }
+
+    MbCartPoint operator()(const MbCartPoint& point) const {
+        return {margin + (point.x - m_extent.xmin) * m_scale, margin + (m_extent.ymax - point.y) * m_scale};
+    }
+
+private:
+    MbRect m_extent;
+    double m_scale = 1.0;
+    double m_width = 0.0;
+    double m_height = 0.0;
+};
+
+void setColor(cairo_t* cr, std::uint32_t argb) {
+    const auto channel = [argb](unsigned shift) { return static_cast<double>((argb >> shift) & 0xFFU) / 255.0; };
+    cairo_set_source_rgba(cr, channel(16), channel(8), channel(0), channel(24));
+}
+
+void fillShape(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const MbCartPoint& origin,
+               const PaintedShape& shape) {
+    const MbCartPoint* next = shape.outline.points.data();
+    const auto place = [&](const MbCartPoint& point) {
+        return viewport(toDrawing(text, origin.x + point.x, origin.y + point.y));
+    };
+    for (const Outline::Verb verb : shape.outline.verbs) {
+        switch (verb) {
+        case Outline::Verb::Move: {
+            const MbCartPoint p = place(*next++);
+            cairo_move_to(cr, p.x, p.y);
+            break;
+        }
+        case Outline::Verb::Line: {
+            const MbCartPoint p = place(*next++);
+            cairo_line_to(cr, p.x, p.y);
+            break;
+        }
+        case Outline::Verb::Curve: {
+            const MbCartPoint a = place(next[0]);
+            const MbCartPoint b = place(next[1]);
+            const MbCartPoint c = place(next[2]);
+            next += 3;
+            cairo_curve_to(cr, a.x, a.y, b.x, b.y, c.x, c.y);
+            break;
+        }
+        case Outline::Verb::Close:
+            cairo_close_path(cr);
+            break;
+        }
+    }
+    setColor(cr, shape.color);
+    cairo_fill(cr);
+}
+
+void strokeRect(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const MbRect& rect) {
+    if (rect.isEmpty()) {
+        return;
+    }
+    for (const MbCartPoint& corner : cornersOf(text, rect)) {
+        const MbCartPoint p = viewport(corner);
+        cairo_line_to(cr, p.x, p.y);
+    }
+    cairo_close_path(cr);
+    cairo_stroke(cr);
+}
+
+void strokeBoxes(cairo_t* cr, const Viewport& viewport, const LaidOutText& text) {
+    cairo_set_line_width(cr, 0.8);
+    for (const LaidOutParagraph& paragraph : text.paragraphs) {
+        cairo_set_source_rgba(cr, 0.1, 0.3, 0.9, 0.8);
+        strokeRect(cr, viewport, text, paragraph.box);
+        cairo_set_source_rgba(cr, 0.9, 0.1, 0.1, 0.8);
+        strokeRect(cr, viewport, text, paragraph.ink);
+        cairo_set_source_rgba(cr, 0.0, 0.6, 0.2, 0.8);
+        for (const double baseline : paragraph.painted.baselines) {
+            const double y = paragraph.origin.y + baseline;
+            const MbCartPoint a = viewport(toDrawing(text, paragraph.box.xmin, y));
+            const MbCartPoint b = viewport(toDrawing(text, paragraph.box.xmax, y));
+            cairo_move_to(cr, a.x, a.y);
+            cairo_line_to(cr, b.x, b.y);
+            cairo_stroke(cr);
+        }
+    }
+}
+
+void draw(cairo_t* cr, const Viewport& viewport, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
+    cairo_set_source_rgb(cr, 1.0, 1.0, 1.0);
+    cairo_paint(cr);
+    for (const LaidOutText& text : texts) {
+        for (const LaidOutParagraph& paragraph : text.paragraphs) {
+            for (const PaintedShape& shape : paragraph.painted.shapes) {
+                fillShape(cr, viewport, text, paragraph.origin, shape);
+            }
+        }
+        if (options.boxes) {
+            strokeBoxes(cr, viewport, text);
+        }
+    }
+}
+
+void require(cairo_status_t status, const std::string& path) {
+    if (status != CAIRO_STATUS_SUCCESS) {
+        throw InputError(path + ": cannot be written: " + std::string(cairo_status_to_string(status)) +
+                             "; check the folder and its permissions",
+                         ExitCode::UnwritableOutput);
+    }
+}
+
+} // namespace
+
+void writePng(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
+    const Viewport viewport(texts, options);
+    const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(viewport.width()),
+                                                     static_cast<int>(viewport.height())),
+                          &cairo_surface_destroy);
+    const Context cr(cairo_create(surface.get()), &cairo_destroy);
+    draw(cr.get(), viewport, texts, options);
+    require(cairo_status(cr.get()), path);
+    require(cairo_surface_write_to_png(surface.get(), path.c_str()), path);
+}
+
+void writeSvg(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
+    const Viewport viewport(texts, options);
+    const Surface surface(cairo_svg_surface_create(path.c_str(), viewport.width(), viewport.height()),
+                          &cairo_surface_destroy);
+    require(cairo_surface_status(surface.get()), path);
+    {
+        const Context cr(cairo_create(surface.get()), &cairo_destroy);
+        draw(cr.get(), viewport, texts, options);
+        require(cairo_status(cr.get()), path);
+    }
+    cairo_surface_finish(surface.get());
+    require(cairo_surface_status(surface.get()), path);
+}
+
+} // namespace tool

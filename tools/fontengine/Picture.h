@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "TextLayout.h"
+
+namespace tool {
+
+struct PictureOptions {
+    // Draws paragraph boxes (blue), ink boxes (red) and baselines (green) too.
+    bool boxes = false;
+    // Length of the picture's longer side, in pixels or SVG units.
+    double longerSide = 2400.0;
+};
+
+// Draw all texts of a drawing, fitted to the picture. Throw InputError when the
+// file cannot be written.
+void writePng(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options);
+void writeSvg(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options);
+
+} // namespace tool

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace tool {
+
+// True where a person watches standard error.
+bool standardErrorIsTerminal();
+
+} // namespace tool
