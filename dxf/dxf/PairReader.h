@@ -39,43 +39,43 @@ public:
     /// The stream must be open in binary mode, stand at the drawing's first byte, and outlive the reader.
     explicit PairReader(std::istream& input);
 
-    /// The next pair; nothing at the end of the file. Throws Error: Empty, NotADrawing or Binary at the first call,
-    /// BadGroupCode or Unreadable later. A file that ends between a code and its value ends there: see danglingCode().
+    /// The next pair; nothing at the end of the file, also when it ends between a code and its value. Throws Error:
+    /// Empty, NotADrawing or Binary before the first pair that is no comment has been given, BadGroupCode or
+    /// Unreadable later.
     std::optional<Pair> next();
 
-    /// True when the file ended after a group code without its value.
-    [[nodiscard]] bool danglingCode() const noexcept { return m_danglingCode; }
+    /// The bytes from here on as they stand in the file, block by block; nothing at the end. For what is copied
+    /// without a look: no next() after it.
+    std::string_view readRaw();
+
     /// Number of lines read so far.
     [[nodiscard]] std::uint64_t line() const noexcept { return m_line; }
     /// Number of bytes consumed so far.
     [[nodiscard]] std::uint64_t offset() const noexcept { return m_base + m_position; }
-    /// The bytes in front of the first pair (a byte order mark), and the bytes behind the last one.
+    /// The byte order mark in front of the first pair; empty in nearly every file.
     [[nodiscard]] std::string_view prefix() const noexcept { return m_prefix; }
-    /// What stands behind the end of the last pair: a dangling code line. Valid once next() gave nothing.
-    [[nodiscard]] std::string_view rest() const noexcept { return m_rest; }
 
 private:
     struct Line {
-        std::size_t begin = 0;
-        std::size_t end = 0;  ///< Without the line ending.
-        std::size_t next = 0; ///< Behind the line ending.
-        bool ended = false;   ///< There was a line ending.
+        std::string_view text; ///< Without the line ending.
+        std::size_t length = 0;
+        bool ended = false; ///< There was a line ending.
     };
     bool fill();
-    bool readLine(std::size_t from, Line& line);
-    void checkBeginning();
-    [[noreturn]] void failAtBeginning(std::string_view firstLine) const;
+    std::optional<Line> findLine(std::size_t from, std::size_t limit);
+    void checkFirstBytes();
+    void checkFirstPair(const Pair& pair);
+    [[noreturn]] void failAtCode(std::string_view line) const;
 
     std::istream& m_input;
     std::vector<char> m_buffer;
-    std::size_t m_position = 0; ///< In the buffer: start of the next pair.
+    std::size_t m_position = 0; ///< In the buffer: where the next pair starts.
     std::size_t m_size = 0;     ///< Bytes in the buffer.
-    std::uint64_t m_base = 0;   ///< File offset of the buffer's first byte.
+    std::uint64_t m_base = 0;   ///< Offset in the file of the buffer's first byte.
     std::uint64_t m_line = 0;
-    bool m_started = false;
-    bool m_danglingCode = false;
-    std::string m_prefix;
-    std::string m_rest;
+    bool m_opened = false;     ///< The first bytes were looked at.
+    bool m_recognised = false; ///< A pair that only a drawing starts with was seen.
+    std::string_view m_prefix;
 };
 
 } // namespace dxf

@@ -21,7 +21,7 @@ struct PlacedText {
     std::wstring layer;                     ///< After layer "0" inside a block took the reference's.
     int color = 7;                          ///< Colour number 1 to 255, by layer and by block resolved.
     std::optional<std::uint32_t> trueColor; ///< 0xRRGGBB, resolved likewise; holds before `color`.
-    bool visible = true;                    ///< No layer on the way is off or frozen, nothing on the way is invisible.
+    bool visible = true;                    ///< Its layer is not off; no layer on the way is frozen, nothing invisible.
     bool paperSpace = false;
     std::size_t depth = 0; ///< Number of references on the way.
 };

@@ -1,0 +1,52 @@
+#include <dxf/CodePage.h>
+#include <dxf/Drawing.h>
+
+#include <algorithm>
+
+namespace dxf {
+namespace {
+
+template <typename Record>
+const Record* find(const std::vector<Record>& records, const std::unordered_map<std::wstring, std::size_t>& index,
+                   const std::wstring& name) {
+    const auto found = index.find(foldName(name));
+    return found == index.end() ? nullptr : &records[found->second];
+}
+
+} // namespace
+
+int Header::versionNumber() const {
+    constexpr int oldest = 1009;
+    constexpr std::size_t prefixLength = 2; // "AC"
+    int number = 0;
+    for (std::size_t i = prefixLength; i < version.size(); ++i) {
+        if (version[i] < L'0' || version[i] > L'9' || i >= prefixLength + 4) {
+            return oldest;
+        }
+        number = number * 10 + (version[i] - L'0');
+    }
+    return number == 0 ? oldest : number;
+}
+
+bool Drawing::truncated() const noexcept {
+    return !problems.empty();
+}
+
+const TextStyle* Drawing::findStyle(const std::wstring& name) const {
+    return find(styles, styleIndex, name);
+}
+
+const TextStyle& Drawing::styleOf(const TextEntity& text) const {
+    const TextStyle* style = findStyle(text.style);
+    return style != nullptr ? *style : missingStyle;
+}
+
+const Layer* Drawing::findLayer(const std::wstring& name) const {
+    return find(layers, layerIndex, name);
+}
+
+const Block* Drawing::findBlock(const std::wstring& name) const {
+    return find(blocks, blockIndex, name);
+}
+
+} // namespace dxf
