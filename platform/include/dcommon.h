@@ -5,7 +5,7 @@
 #include <unknwn.h>
 
 /// How advances are measured; layout here is always NATURAL (ideal, unhinted).
-enum DWRITE_MEASURING_MODE {
+enum DWRITE_MEASURING_MODE : INT32 {
     DWRITE_MEASURING_MODE_NATURAL = 0,
     DWRITE_MEASURING_MODE_GDI_CLASSIC = 1,
     DWRITE_MEASURING_MODE_GDI_NATURAL = 2

@@ -1,0 +1,4 @@
+list(APPEND PLATFORM_TESTS
+    geometry/CurveBoundsTest.cpp
+    geometry/GeometryTest.cpp
+    geometry/UuidTest.cpp)
