@@ -1,0 +1,78 @@
+#include "RecordingSink.h"
+
+#include <oslayer/Logger.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using oslayer::CLogger;
+using oslayer::SLogRecord;
+
+TEST(Logger, ARecordIsLoggedWhenItIsDestroyed) {
+    RecordingSink sink;
+    {
+        const SLogRecord record(oslayer::severityFailure, "something failed");
+        EXPECT_TRUE(sink.records.empty());
+    }
+    ASSERT_EQ(sink.records.size(), 1U);
+    EXPECT_EQ(sink.records[0].severity, 1);
+    EXPECT_EQ(sink.records[0].text, "something failed");
+}
+
+TEST(Logger, AnEmptyRecordIsNotLogged) {
+    RecordingSink sink;
+    { const SLogRecord record(oslayer::severityDeviceLost, ""); }
+    EXPECT_TRUE(sink.records.empty());
+}
+
+TEST(Logger, WithoutASinkRecordsAreDropped) {
+    CLogger::Sink former = CLogger::instance().setSink(nullptr);
+    EXPECT_NO_THROW({ const SLogRecord record(1, "nobody hears this"); });
+    CLogger::instance().setSink(std::move(former));
+}
+
+TEST(Logger, TheLibraryItselfInstallsNoSink) {
+    CLogger::Sink former = CLogger::instance().setSink(nullptr);
+    EXPECT_FALSE(former);
+    CLogger::instance().setSink(std::move(former));
+}
+
+TEST(Logger, SettingASinkReturnsTheOneBefore) {
+    RecordingSink outer;
+    {
+        RecordingSink inner;
+        { const SLogRecord record(1, "to the inner one"); }
+        EXPECT_EQ(inner.records.size(), 1U);
+    }
+    { const SLogRecord record(1, "to the outer one"); }
+    ASSERT_EQ(outer.records.size(), 1U);
+    EXPECT_EQ(outer.records[0].text, "to the outer one");
+}
+
+TEST(Logger, IsOneForTheProcess) {
+    EXPECT_EQ(&CLogger::instance(), &CLogger::instance());
+}
+
+TEST(Logger, RecordsOfAllThreadsReachTheSinkOneAtATime) {
+    RecordingSink sink; // grows a vector without a lock of its own
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([] {
+            for (int i = 0; i < 250; ++i) {
+                const SLogRecord record(1, "a record long enough to live on the heap");
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(sink.records.size(), 1000U);
+}
+
+} // namespace
