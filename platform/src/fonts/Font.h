@@ -30,6 +30,8 @@ public:
         CFontFace* face = m_face.load(std::memory_order_acquire);
         return face != nullptr ? *face : makeFace();
     }
+    /// Whether `face` is this font's; does not make one.
+    bool hasFace(const IDWriteFontFace* face) const noexcept;
     CFontFamily& family() const noexcept { return m_family; }
     const FaceSource& source() const noexcept { return m_source; }
     const FaceTraits& traits() const noexcept { return m_traits; }

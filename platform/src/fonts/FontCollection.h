@@ -26,7 +26,7 @@ public:
     static CFontCollection& of(IDWriteFontCollection* collection);
 
     /// Families and fonts of `set`.
-    explicit CFontCollection(FontSet set);
+    explicit CFontCollection(const FontSet& set);
     ~CFontCollection();
 
     const std::vector<std::unique_ptr<CFontFamily>>& families() const noexcept { return m_families; }

@@ -84,9 +84,12 @@ private:
     CFont& m_font;
     const std::uint32_t m_id;
     const DWRITE_FONT_SIMULATIONS m_simulations;
-    HbFontPtr m_shapingFont;
-    unsigned m_glyphCount = 0;
-    DWRITE_FONT_METRICS m_metrics{};
+    // What outlines are drawn from; the shaping font adds what bold does to advances.
+    const HbFontPtr m_drawingFont;
+    const unsigned m_glyphCount;
+    const DWRITE_FONT_METRICS m_metrics;
+    const int m_boldStrength;
+    const HbFontPtr m_shapingFont;
     mutable std::array<std::atomic<const GlyphPage*>, 256> m_glyphPages{};
     mutable GlyphBoundsCache m_bounds;
 };

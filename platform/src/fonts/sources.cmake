@@ -1,3 +1,19 @@
 list(APPEND PLATFORM_SOURCES
+    src/fonts/CaseFolding.cpp
+    src/fonts/EmboldenedOutline.cpp
+    src/fonts/FaceNames.cpp
+    src/fonts/FaceSource.cpp
+    src/fonts/FamilyBuilder.cpp
+    src/fonts/Font.cpp
+    src/fonts/FontCollection.cpp
+    src/fonts/FontFace.cpp
+    src/fonts/FontFamily.cpp
+    src/fonts/FontMatching.cpp
+    src/fonts/FontMetrics.cpp
+    src/fonts/FontSet.cpp
     src/fonts/GlyphBoundsCache.cpp
-    src/fonts/LocalizedStrings.cpp)
+    src/fonts/GlyphOutline.cpp
+    src/fonts/GlyphRunOutline.cpp
+    src/fonts/LocalizedStrings.cpp
+    src/fonts/NameTable.cpp
+    src/fonts/SfntTables.cpp)

@@ -1,0 +1,259 @@
+#include "fonts/FaceNames.h"
+
+#include "fonts/NameTable.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+enum class Aspect { stretch, weight, slope, regular };
+
+struct StyleWord {
+    std::wstring_view text;
+    Aspect aspect;
+    int value;
+};
+
+// Lower case; a blank stands for an optional separation ("extralight", "extra light").
+constexpr auto styleWords = std::to_array<StyleWord>({
+    {L"ultra condensed", Aspect::stretch, DWRITE_FONT_STRETCH_ULTRA_CONDENSED},
+    {L"extra condensed", Aspect::stretch, DWRITE_FONT_STRETCH_EXTRA_CONDENSED},
+    {L"semi condensed", Aspect::stretch, DWRITE_FONT_STRETCH_SEMI_CONDENSED},
+    {L"condensed", Aspect::stretch, DWRITE_FONT_STRETCH_CONDENSED},
+    {L"cond", Aspect::stretch, DWRITE_FONT_STRETCH_CONDENSED},
+    {L"compressed", Aspect::stretch, DWRITE_FONT_STRETCH_EXTRA_CONDENSED},
+    {L"narrow", Aspect::stretch, DWRITE_FONT_STRETCH_CONDENSED},
+    {L"ultra expanded", Aspect::stretch, DWRITE_FONT_STRETCH_ULTRA_EXPANDED},
+    {L"extra expanded", Aspect::stretch, DWRITE_FONT_STRETCH_EXTRA_EXPANDED},
+    {L"semi expanded", Aspect::stretch, DWRITE_FONT_STRETCH_SEMI_EXPANDED},
+    {L"expanded", Aspect::stretch, DWRITE_FONT_STRETCH_EXPANDED},
+    {L"extended", Aspect::stretch, DWRITE_FONT_STRETCH_EXPANDED},
+    {L"wide", Aspect::stretch, DWRITE_FONT_STRETCH_EXPANDED},
+    {L"hairline", Aspect::weight, DWRITE_FONT_WEIGHT_THIN},
+    {L"thin", Aspect::weight, DWRITE_FONT_WEIGHT_THIN},
+    {L"extra light", Aspect::weight, DWRITE_FONT_WEIGHT_EXTRA_LIGHT},
+    {L"ultra light", Aspect::weight, DWRITE_FONT_WEIGHT_ULTRA_LIGHT},
+    {L"semi light", Aspect::weight, DWRITE_FONT_WEIGHT_SEMI_LIGHT},
+    {L"demi light", Aspect::weight, DWRITE_FONT_WEIGHT_SEMI_LIGHT},
+    {L"light", Aspect::weight, DWRITE_FONT_WEIGHT_LIGHT},
+    {L"medium", Aspect::weight, DWRITE_FONT_WEIGHT_MEDIUM},
+    {L"semi bold", Aspect::weight, DWRITE_FONT_WEIGHT_SEMI_BOLD},
+    {L"demi bold", Aspect::weight, DWRITE_FONT_WEIGHT_DEMI_BOLD},
+    {L"demi", Aspect::weight, DWRITE_FONT_WEIGHT_DEMI_BOLD},
+    {L"extra bold", Aspect::weight, DWRITE_FONT_WEIGHT_EXTRA_BOLD},
+    {L"ultra bold", Aspect::weight, DWRITE_FONT_WEIGHT_ULTRA_BOLD},
+    {L"bold", Aspect::weight, DWRITE_FONT_WEIGHT_BOLD},
+    {L"extra black", Aspect::weight, DWRITE_FONT_WEIGHT_EXTRA_BLACK},
+    {L"ultra black", Aspect::weight, DWRITE_FONT_WEIGHT_ULTRA_BLACK},
+    {L"black", Aspect::weight, DWRITE_FONT_WEIGHT_BLACK},
+    {L"heavy", Aspect::weight, DWRITE_FONT_WEIGHT_HEAVY},
+    {L"italic", Aspect::slope, DWRITE_FONT_STYLE_ITALIC},
+    {L"oblique", Aspect::slope, DWRITE_FONT_STYLE_OBLIQUE},
+    {L"slanted", Aspect::slope, DWRITE_FONT_STYLE_OBLIQUE},
+    {L"inclined", Aspect::slope, DWRITE_FONT_STYLE_OBLIQUE},
+    {L"regular", Aspect::regular, 0},
+    {L"normal", Aspect::regular, 0},
+    {L"book", Aspect::regular, 0},
+    {L"plain", Aspect::regular, 0},
+});
+
+std::wstring lowered(std::wstring_view text) {
+    std::wstring result(text);
+    for (wchar_t& c : result) {
+        c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+    }
+    return result;
+}
+
+std::vector<std::wstring_view> splitWords(std::wstring_view text) {
+    std::vector<std::wstring_view> words;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(L' '), text.size());
+        if (end > 0) {
+            words.push_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return words;
+}
+
+void append(std::wstring& text, std::wstring_view word) {
+    if (!text.empty()) {
+        text += L' ';
+    }
+    text += word;
+}
+
+/// A word, or two that belong together, and what they state.
+struct NamePart {
+    std::wstring text;
+    const StyleWord* style = nullptr;
+};
+
+const StyleWord* findStyleWord(const std::wstring& lower) {
+    const auto found = std::find_if(styleWords.begin(), styleWords.end(), [&](const StyleWord& word) {
+        std::wstring joined(word.text);
+        std::erase(joined, L' ');
+        return lower == word.text || lower == joined;
+    });
+    return found != styleWords.end() ? &*found : nullptr;
+}
+
+std::vector<NamePart> parseName(std::wstring_view name) {
+    std::vector<NamePart> parts;
+    const std::vector<std::wstring_view> words = splitWords(name);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (i + 1 < words.size()) {
+            std::wstring pair(words[i]);
+            append(pair, words[i + 1]);
+            if (const StyleWord* style = findStyleWord(lowered(pair))) {
+                parts.push_back({std::move(pair), style});
+                ++i;
+                continue;
+            }
+        }
+        parts.push_back({std::wstring(words[i]), findStyleWord(lowered(words[i]))});
+    }
+    return parts;
+}
+
+bool states(const NamePart& part, Aspect aspect) {
+    return part.style != nullptr && part.style->aspect == aspect;
+}
+
+/// The parts in the order unknown words, stretch, weight, slope; the word for a regular
+/// face only where nothing else is said.
+std::wstring composeFaceName(const std::vector<NamePart>& parts) {
+    std::wstring name;
+    const auto take = [&](auto&& wanted) {
+        for (const NamePart& part : parts) {
+            if (wanted(part)) {
+                append(name, part.text);
+            }
+        }
+    };
+    take([](const NamePart& part) { return part.style == nullptr; });
+    for (const Aspect aspect : {Aspect::stretch, Aspect::weight, Aspect::slope}) {
+        take([&](const NamePart& part) { return states(part, aspect); });
+    }
+    const auto regular =
+        std::find_if(parts.begin(), parts.end(), [](const NamePart& part) { return states(part, Aspect::regular); });
+    if (name.empty()) {
+        name = regular != parts.end() ? regular->text : L"Regular";
+    }
+    return name;
+}
+
+struct Derivation {
+    std::wstring family;
+    std::vector<NamePart> removed;
+};
+
+/// Takes the words that state a style off a family name; its first word always stays.
+Derivation deriveFamily(const std::wstring& win32Family) {
+    Derivation derivation;
+    for (NamePart& part : parseName(win32Family)) {
+        if (part.style == nullptr || derivation.family.empty()) {
+            append(derivation.family, part.text);
+        } else {
+            derivation.removed.push_back(std::move(part));
+        }
+    }
+    if (derivation.removed.empty()) {
+        derivation.family = win32Family;
+    }
+    return derivation;
+}
+
+const std::wstring* textFor(const LocalizedNames& names, const std::wstring& locale) {
+    const auto found =
+        std::find_if(names.begin(), names.end(), [&](const LocalizedName& name) { return name.locale == locale; });
+    return found != names.end() ? &found->text : preferredName(names);
+}
+
+/// Traits that only the family name's words state.
+FaceTraits completeTraits(FaceTraits traits, const std::vector<NamePart>& removed) {
+    for (const NamePart& part : removed) {
+        if (states(part, Aspect::stretch) && traits.stretch == DWRITE_FONT_STRETCH_NORMAL) {
+            traits.stretch = static_cast<DWRITE_FONT_STRETCH>(part.style->value);
+        } else if (states(part, Aspect::weight) && traits.weight == DWRITE_FONT_WEIGHT_NORMAL) {
+            traits.weight = static_cast<DWRITE_FONT_WEIGHT>(part.style->value);
+        } else if (states(part, Aspect::slope) && traits.style == DWRITE_FONT_STYLE_NORMAL) {
+            traits.style = static_cast<DWRITE_FONT_STYLE>(part.style->value);
+        }
+    }
+    return traits;
+}
+
+WwsFace deriveFace(const StoredNames& names, const FaceTraits& stored) {
+    WwsFace result;
+    result.traits = stored;
+    for (const LocalizedName& name : names.win32Family) {
+        Derivation derivation = deriveFamily(name.text);
+        const std::wstring* const subfamily = textFor(names.win32Subfamily, name.locale);
+        std::wstring face = subfamily != nullptr ? *subfamily : L"Regular";
+        if (!derivation.removed.empty()) {
+            std::vector<NamePart> parts = derivation.removed;
+            for (NamePart& part : parseName(face)) {
+                parts.push_back(std::move(part));
+            }
+            face = composeFaceName(parts);
+        }
+        result.traits = completeTraits(result.traits, derivation.removed);
+        result.family.push_back({name.locale, std::move(derivation.family)});
+        result.face.push_back({name.locale, std::move(face)});
+    }
+    return result;
+}
+
+LocalizedNames firstPresent(std::initializer_list<const LocalizedNames*> choices) {
+    for (const LocalizedNames* names : choices) {
+        if (!names->empty()) {
+            return *names;
+        }
+    }
+    return {{L"en-us", L"Regular"}};
+}
+
+} // namespace
+
+bool namesOblique(const LocalizedNames& faceNames) {
+    const std::wstring* const name = preferredName(faceNames);
+    const std::wstring lower = name != nullptr ? lowered(*name) : L"";
+    return lower.find(L"oblique") != std::wstring::npos && lower.find(L"italic") == std::wstring::npos;
+}
+
+std::wstring simulatedFaceName(const std::wstring& baseFaceName, DWRITE_FONT_SIMULATIONS simulations) {
+    const bool bold = (simulations & DWRITE_FONT_SIMULATIONS_BOLD) != 0;
+    const bool oblique = (simulations & DWRITE_FONT_SIMULATIONS_OBLIQUE) != 0;
+    std::vector<NamePart> parts = parseName(baseFaceName);
+    std::erase_if(parts, [&](const NamePart& part) {
+        return (bold && states(part, Aspect::weight)) || (oblique && states(part, Aspect::slope));
+    });
+    if (bold) {
+        parts.push_back({L"Bold", findStyleWord(L"bold")});
+    }
+    if (oblique) {
+        parts.push_back({L"Oblique", findStyleWord(L"oblique")});
+    }
+    return composeFaceName(parts);
+}
+
+WwsFace wwsFace(const StoredNames& names, const FaceTraits& stored) {
+    if (!names.wwsFamily.empty()) {
+        return {names.wwsFamily,
+                firstPresent({&names.wwsSubfamily, &names.typographicSubfamily, &names.win32Subfamily}), stored};
+    }
+    if (!names.typographicFamily.empty()) {
+        return {names.typographicFamily, firstPresent({&names.typographicSubfamily, &names.win32Subfamily}), stored};
+    }
+    return deriveFace(names, stored);
+}
+
+} // namespace platform

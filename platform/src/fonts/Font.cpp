@@ -1,0 +1,94 @@
+#include "fonts/Font.h"
+
+#include "fonts/FaceSource.h"
+#include "fonts/FontFace.h"
+#include "fonts/FontFamily.h"
+
+namespace platform {
+
+CFont::CFont(CFontFamily& family, FaceSource& source, const FaceTraits& traits, DWRITE_FONT_SIMULATIONS simulations,
+             LocalizedNames faceNames)
+    : m_family(family), m_source(source), m_traits(traits), m_simulations(simulations),
+      m_faceNames(std::move(faceNames)) {}
+
+CFont::~CFont() = default;
+
+CFontFace& CFont::makeFace() {
+    const std::lock_guard lock(m_makingFace);
+    if (!m_ownedFace) {
+        m_ownedFace = std::make_unique<CFontFace>(*this, m_source, m_simulations);
+        m_face.store(m_ownedFace.get(), std::memory_order_release);
+    }
+    return *m_ownedFace;
+}
+
+bool CFont::hasFace(const IDWriteFontFace* face) const noexcept {
+    return face != nullptr && m_face.load(std::memory_order_acquire) == face;
+}
+
+HRESULT CFont::GetFontFamily(IDWriteFontFamily** fontFamily) {
+    handOut(m_family, fontFamily);
+    return S_OK;
+}
+
+DWRITE_FONT_WEIGHT CFont::GetWeight() {
+    return m_traits.weight;
+}
+
+DWRITE_FONT_STRETCH CFont::GetStretch() {
+    return m_traits.stretch;
+}
+
+DWRITE_FONT_STYLE CFont::GetStyle() {
+    return m_traits.style;
+}
+
+HRESULT CFont::GetFaceNames(IDWriteLocalizedStrings** names) {
+    handOut(m_faceNames, names);
+    return S_OK;
+}
+
+HRESULT CFont::GetInformationalStrings(DWRITE_INFORMATIONAL_STRING_ID informationalStringID,
+                                       IDWriteLocalizedStrings** informationalStrings, BOOL* exists) {
+    *informationalStrings = nullptr;
+    *exists = FALSE;
+    return guarded([&] {
+        if (CLocalizedStrings* const strings = m_source.strings(informationalStringID)) {
+            handOut(*strings, informationalStrings);
+            *exists = TRUE;
+        }
+        return S_OK;
+    });
+}
+
+DWRITE_FONT_SIMULATIONS CFont::GetSimulations() {
+    return m_simulations;
+}
+
+void CFont::GetMetrics(DWRITE_FONT_METRICS* fontMetrics) {
+    // There is no way to report a failure here: without memory for the face the metrics
+    // stay zero, which callers take as "not known yet".
+    *fontMetrics = {};
+    guarded([&] {
+        *fontMetrics = face().metrics();
+        return S_OK;
+    });
+}
+
+HRESULT CFont::HasCharacter(UINT32 unicodeValue, BOOL* exists) {
+    *exists = FALSE;
+    return guarded([&] {
+        *exists = face().hasCharacter(unicodeValue) ? TRUE : FALSE;
+        return S_OK;
+    });
+}
+
+HRESULT CFont::CreateFontFace(IDWriteFontFace** fontFace) {
+    *fontFace = nullptr;
+    return guarded([&] {
+        handOut(face(), fontFace);
+        return S_OK;
+    });
+}
+
+} // namespace platform

@@ -1,0 +1,147 @@
+#include "fonts/FontCollection.h"
+
+#include "fonts/CaseFolding.h"
+#include "fonts/FaceSource.h"
+#include "fonts/FamilyBuilder.h"
+#include "fonts/FontFace.h"
+#include "fonts/FontSet.h"
+
+#include <algorithm>
+
+namespace platform {
+
+/// Tells a collection of ours from one that a caller made; answered to no one else.
+struct IOwnFontCollection : IUnknown {};
+
+} // namespace platform
+
+PLATFORM_UUID(platform::IOwnFontCollection, "0b8c2a9e-6f3d-4c57-8a1b-92d7e4f06c35");
+
+namespace platform {
+
+namespace {
+
+constexpr UINT32 noIndex = 0xFFFFFFFF;
+
+std::string fileKey(std::string_view file, int index) {
+    return std::string(file).append(1, '\0').append(std::to_string(index));
+}
+
+/// The faces of a set that can be used; each file is opened once and closed again.
+std::vector<std::unique_ptr<FaceSource>> readSources(const FontSet& set) {
+    std::vector<std::unique_ptr<FaceSource>> sources;
+    std::shared_ptr<FontFile> file;
+    HbBlobPtr blob;
+    for (const FontSetEntry& entry : set.entries) {
+        if (!file || file->path() != entry.file) {
+            file = std::make_shared<FontFile>(entry.file);
+            blob = file->open();
+        }
+        if (!blob) {
+            continue;
+        }
+        if (std::optional<FaceDescription> description = FaceSource::describe(blob.get(), entry.index)) {
+            sources.push_back(std::make_unique<FaceSource>(file, entry.index, std::move(*description)));
+        }
+    }
+    return sources;
+}
+
+} // namespace
+
+CFontCollection& CFontCollection::system() {
+    // Lives as long as the process: callers may hold fonts until its very end.
+    static auto& collection = *new CFontCollection(systemFontSet());
+    return collection;
+}
+
+CFontCollection& CFontCollection::of(IDWriteFontCollection* collection) {
+    void* own = nullptr;
+    if (collection == nullptr || FAILED(collection->QueryInterface(__uuidof(IOwnFontCollection), &own))) {
+        return system();
+    }
+    auto* const found = static_cast<CFontCollection*>(static_cast<IDWriteFontCollection*>(own));
+    found->Release();
+    return *found;
+}
+
+CFontCollection::CFontCollection(const FontSet& set) : m_sources(readSources(set)) {
+    for (FamilyDraft& draft : groupFamilies(m_sources)) {
+        const std::size_t index = m_families.size();
+        m_familyByFoldedName[draft.foldedName] = index;
+        m_families.push_back(buildFamily(*this, std::move(draft)));
+    }
+    // Other languages' names do not take a name from the family it belongs to.
+    for (std::size_t index = 0; index < m_families.size(); ++index) {
+        for (const std::unique_ptr<CFont>& font : m_families[index]->fonts()) {
+            for (const LocalizedName& name : font->source().wws().family) {
+                m_familyByFoldedName.emplace(foldCase(name.text), index);
+            }
+            if (font->simulations() == DWRITE_FONT_SIMULATIONS_NONE) {
+                m_fontByFile.emplace(fileKey(font->source().file().path(), font->source().index()), font.get());
+            }
+        }
+    }
+}
+
+CFontCollection::~CFontCollection() = default;
+
+CFontFamily* CFontCollection::findFamily(std::wstring_view name) const {
+    const auto found = m_familyByFoldedName.find(foldCase(name));
+    return found != m_familyByFoldedName.end() ? m_families[found->second].get() : nullptr;
+}
+
+CFont* CFontCollection::fontOfFile(std::string_view file, int index) const {
+    const auto found = m_fontByFile.find(fileKey(file, index));
+    return found != m_fontByFile.end() ? found->second : nullptr;
+}
+
+HRESULT CFontCollection::QueryInterface(REFIID riid, void** object) {
+    if (riid == __uuidof(IOwnFontCollection)) {
+        AddRef();
+        *object = static_cast<IDWriteFontCollection*>(this);
+        return S_OK;
+    }
+    return CInternedObject::QueryInterface(riid, object);
+}
+
+UINT32 CFontCollection::GetFontFamilyCount() {
+    return static_cast<UINT32>(m_families.size());
+}
+
+HRESULT CFontCollection::GetFontFamily(UINT32 index, IDWriteFontFamily** fontFamily) {
+    *fontFamily = nullptr;
+    if (index >= m_families.size()) {
+        return E_FAIL;
+    }
+    handOut(*m_families[index], fontFamily);
+    return S_OK;
+}
+
+HRESULT CFontCollection::FindFamilyName(const WCHAR* familyName, UINT32* index, BOOL* exists) {
+    *index = noIndex;
+    *exists = FALSE;
+    return guarded([&] {
+        const auto found = m_familyByFoldedName.find(foldCase(familyName));
+        if (found != m_familyByFoldedName.end()) {
+            *index = static_cast<UINT32>(found->second);
+            *exists = TRUE;
+        }
+        return S_OK;
+    });
+}
+
+HRESULT CFontCollection::GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) {
+    *font = nullptr;
+    for (const std::unique_ptr<CFontFamily>& family : m_families) {
+        for (const std::unique_ptr<CFont>& candidate : family->fonts()) {
+            if (candidate->hasFace(fontFace)) {
+                handOut(*candidate, font);
+                return S_OK;
+            }
+        }
+    }
+    return DWRITE_E_NOFONT;
+}
+
+} // namespace platform
