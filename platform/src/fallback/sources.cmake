@@ -1,0 +1,9 @@
+list(APPEND PLATFORM_SOURCES
+    src/fallback/FallbackCluster.cpp
+    src/fallback/FallbackMapper.cpp
+    src/fallback/FallbackOrder.cpp
+    src/fallback/FallbackOrders.cpp
+    src/fallback/FontFallback.cpp
+    src/fallback/Locale.cpp
+    src/fallback/SimpleCharacters.cpp
+    src/fallback/SourceText.cpp)
