@@ -49,33 +49,42 @@ DWRITE_FONT_STRETCH toStretch(float percent) {
     return static_cast<DWRITE_FONT_STRETCH>(closest - classes.begin() + 1);
 }
 
-/// The traits a face's tables state; for a variable font those of the instance.
-FaceTraits readTraits(hb_font_t* font, const StoredNames& names) {
-    hb_face_t* const face = hb_font_get_face(font);
-    const std::optional<Os2Table> os2 = readOs2(face);
+DWRITE_FONT_WEIGHT readWeight(hb_font_t* font, const std::optional<Os2Table>& os2) {
+    if (!os2 || hasAxis(hb_font_get_face(font), HB_OT_TAG_VAR_AXIS_WEIGHT)) {
+        return toWeight(std::lround(hb_style_get_value(font, HB_STYLE_TAG_WEIGHT)));
+    }
+    const DWRITE_FONT_WEIGHT weight = toWeight(os2->weightClass);
+    // Bold fonts exist whose weight class was left at normal.
+    const bool bold = (os2->selection & Os2Table::selectionBold) != 0;
+    return weight == DWRITE_FONT_WEIGHT_NORMAL && bold ? DWRITE_FONT_WEIGHT_BOLD : weight;
+}
+
+DWRITE_FONT_STRETCH readStretch(hb_font_t* font, const std::optional<Os2Table>& os2) {
+    if (hasAxis(hb_font_get_face(font), HB_OT_TAG_VAR_AXIS_WIDTH)) {
+        return toStretch(hb_style_get_value(font, HB_STYLE_TAG_WIDTH));
+    }
+    const bool valid = os2 && os2->widthClass >= 1 && os2->widthClass <= 9;
+    return valid ? static_cast<DWRITE_FONT_STRETCH>(os2->widthClass) : DWRITE_FONT_STRETCH_NORMAL;
+}
+
+DWRITE_FONT_STYLE readStyle(hb_font_t* font, const std::optional<Os2Table>& os2, const StoredNames& names) {
     const LocalizedNames& faceNames =
         names.typographicSubfamily.empty() ? names.win32Subfamily : names.typographicSubfamily;
-
-    FaceTraits traits;
-    const bool variableWeight = hasAxis(face, HB_OT_TAG_VAR_AXIS_WEIGHT);
-    traits.weight = toWeight(os2 && !variableWeight ? os2->weightClass
-                                                    : std::lround(hb_style_get_value(font, HB_STYLE_TAG_WEIGHT)));
-    if (hasAxis(face, HB_OT_TAG_VAR_AXIS_WIDTH)) {
-        traits.stretch = toStretch(hb_style_get_value(font, HB_STYLE_TAG_WIDTH));
-    } else if (os2 && os2->widthClass >= 1 && os2->widthClass <= 9) {
-        traits.stretch = static_cast<DWRITE_FONT_STRETCH>(os2->widthClass);
-    }
-    const bool slanted =
-        hasAxis(face, HB_OT_TAG_VAR_AXIS_SLANT) && hb_style_get_value(font, HB_STYLE_TAG_SLANT_ANGLE) != 0;
+    const bool slanted = hasAxis(hb_font_get_face(font), HB_OT_TAG_VAR_AXIS_SLANT) &&
+                         hb_style_get_value(font, HB_STYLE_TAG_SLANT_ANGLE) != 0;
     const bool italic = hb_style_get_value(font, HB_STYLE_TAG_ITALIC) != 0;
-    // Before the bit for it existed, fonts said only in their names that they are oblique.
     const bool oblique = os2 && (os2->selection & Os2Table::selectionOblique) != 0;
+    // Before the bit for it existed, fonts said only in their names that they are oblique.
     if (oblique || slanted || (italic && namesOblique(faceNames))) {
-        traits.style = DWRITE_FONT_STYLE_OBLIQUE;
-    } else if (italic) {
-        traits.style = DWRITE_FONT_STYLE_ITALIC;
+        return DWRITE_FONT_STYLE_OBLIQUE;
     }
-    return traits;
+    return italic ? DWRITE_FONT_STYLE_ITALIC : DWRITE_FONT_STYLE_NORMAL;
+}
+
+/// The traits a face's tables state; for a variable font those of the instance.
+FaceTraits readTraits(hb_font_t* font, const StoredNames& names) {
+    const std::optional<Os2Table> os2 = readOs2(hb_font_get_face(font));
+    return {readWeight(font, os2), readStretch(font, os2), readStyle(font, os2, names)};
 }
 
 StoredNames readStoredNames(hb_face_t* face) {

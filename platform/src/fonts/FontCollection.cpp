@@ -1,6 +1,5 @@
 #include "fonts/FontCollection.h"
 
-#include "fonts/CaseFolding.h"
 #include "fonts/FaceSource.h"
 #include "fonts/FamilyBuilder.h"
 #include "fonts/FontFace.h"
@@ -86,9 +85,14 @@ CFontCollection::CFontCollection(const FontSet& set) : m_sources(readSources(set
 
 CFontCollection::~CFontCollection() = default;
 
+std::size_t CFontCollection::indexOf(std::wstring_view name) const {
+    const auto found = isAscii(name) ? m_familyByFoldedName.find(name) : m_familyByFoldedName.find(foldCase(name));
+    return found != m_familyByFoldedName.end() ? found->second : noFamily;
+}
+
 CFontFamily* CFontCollection::findFamily(std::wstring_view name) const {
-    const auto found = m_familyByFoldedName.find(foldCase(name));
-    return found != m_familyByFoldedName.end() ? m_families[found->second].get() : nullptr;
+    const std::size_t index = indexOf(name);
+    return index != noFamily ? m_families[index].get() : nullptr;
 }
 
 CFont* CFontCollection::fontOfFile(std::string_view file, int index) const {
@@ -122,9 +126,9 @@ HRESULT CFontCollection::FindFamilyName(const WCHAR* familyName, UINT32* index, 
     *index = noIndex;
     *exists = FALSE;
     return guarded([&] {
-        const auto found = m_familyByFoldedName.find(foldCase(familyName));
-        if (found != m_familyByFoldedName.end()) {
-            *index = static_cast<UINT32>(found->second);
+        const std::size_t found = indexOf(familyName);
+        if (found != noFamily) {
+            *index = static_cast<UINT32>(found);
             *exists = TRUE;
         }
         return S_OK;

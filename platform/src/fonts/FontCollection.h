@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/ComObject.h"
+#include "fonts/CaseFolding.h"
 #include "fonts/FontFamily.h"
 
 #include <dwrite_font.h>
@@ -44,9 +45,14 @@ public:
     HRESULT STDMETHODCALLTYPE GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) override;
 
 private:
+    /// The index of a family, or `noFamily`.
+    std::size_t indexOf(std::wstring_view name) const;
+
+    static constexpr std::size_t noFamily = static_cast<std::size_t>(-1);
+
     std::vector<std::unique_ptr<FaceSource>> m_sources;
     std::vector<std::unique_ptr<CFontFamily>> m_families;
-    std::unordered_map<std::wstring, std::size_t> m_familyByFoldedName;
+    std::unordered_map<std::wstring, std::size_t, FoldedHash, FoldedEqual> m_familyByFoldedName;
     std::unordered_map<std::string, CFont*> m_fontByFile;
 };
 

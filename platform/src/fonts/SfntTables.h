@@ -25,6 +25,7 @@ struct Os2Table {
     std::int16_t capHeight;
 
     static constexpr std::uint16_t selectionItalic = 1u << 0;
+    static constexpr std::uint16_t selectionBold = 1u << 5;
     static constexpr std::uint16_t selectionUseTypoMetrics = 1u << 7;
     static constexpr std::uint16_t selectionOblique = 1u << 9;
 };
