@@ -14,10 +14,11 @@ std::uint32_t argb(std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
     return OPAQUE | red << 16 | green << 8 | blue;
 }
 
-// Channels are reckoned in 1/80 of a unit, in which levels, halves and
-// quarters are all whole, so that cutting the fraction is exact.
-constexpr std::uint32_t UNIT = 80;
-constexpr std::array<std::uint32_t, 5> LEVELS{255 * UNIT, 165 * UNIT, 255 * UNIT / 2, 153 * UNIT / 2, 153 * UNIT / 4};
+// Channels are reckoned in 1/32 of a unit, in which levels, halves and quarters
+// are all whole, so that cutting the fraction is exact.
+constexpr std::uint32_t UNIT = 32;
+constexpr std::array<std::uint32_t, 5> LEVELS{255 * UNIT, 663 * UNIT / 4, 255 * UNIT / 2, 153 * UNIT / 2,
+                                              153 * UNIT / 4};
 
 std::uint32_t wheelColor(std::uint32_t place) {
     const std::uint32_t hue = place / 10;

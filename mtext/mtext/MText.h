@@ -113,7 +113,7 @@ std::wstring plainText(const render::CRichTextDocument& document);
 
 /// ARGB, always opaque, of a colour number of a drawing: 1 to 9 the named
 /// colours, 10 to 249 the wheel (hue in steps of 15 degrees, five levels of
-/// 255, 165, 127.5, 76.5 and 38.25, odd numbers at half saturation), 250 to
+/// 255, 165.75, 127.5, 76.5 and 38.25, odd numbers at half saturation), 250 to
 /// 255 greys from 51 to 255 in even steps; fractions are cut. 7 gives
 /// `foreground`; 0, 256 and what is no colour number give `inherited`.
 std::uint32_t argbFromColorIndex(std::int32_t index, std::uint32_t foreground, std::uint32_t inherited);
