@@ -63,14 +63,6 @@ constexpr auto styleWords = std::to_array<StyleWord>({
     {L"plain", Aspect::regular, 0},
 });
 
-std::wstring lowered(std::wstring_view text) {
-    std::wstring result(text);
-    for (wchar_t& c : result) {
-        c = c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-    }
-    return result;
-}
-
 std::vector<std::wstring_view> splitWords(std::wstring_view text) {
     std::vector<std::wstring_view> words;
     while (!text.empty()) {
@@ -96,12 +88,26 @@ struct NamePart {
     const StyleWord* style = nullptr;
 };
 
-const StyleWord* findStyleWord(const std::wstring& lower) {
-    const auto found = std::find_if(styleWords.begin(), styleWords.end(), [&](const StyleWord& word) {
-        std::wstring joined(word.text);
-        std::erase(joined, L' ');
-        return lower == word.text || lower == joined;
-    });
+wchar_t lower(wchar_t c) {
+    return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c;
+}
+
+/// Whether `text` is the word, letter case and the word's blank left aside.
+bool spells(std::wstring_view text, std::wstring_view word) {
+    std::size_t i = 0;
+    for (const wchar_t c : word) {
+        const bool matches = i < text.size() && lower(text[i]) == c;
+        if (!matches && c != L' ') {
+            return false;
+        }
+        i += matches ? 1 : 0;
+    }
+    return i == text.size();
+}
+
+const StyleWord* findStyleWord(std::wstring_view text) {
+    const auto found = std::find_if(styleWords.begin(), styleWords.end(),
+                                    [&](const StyleWord& word) { return spells(text, word.text); });
     return found != styleWords.end() ? &*found : nullptr;
 }
 
@@ -112,13 +118,13 @@ std::vector<NamePart> parseName(std::wstring_view name) {
         if (i + 1 < words.size()) {
             std::wstring pair(words[i]);
             append(pair, words[i + 1]);
-            if (const StyleWord* style = findStyleWord(lowered(pair))) {
+            if (const StyleWord* style = findStyleWord(pair)) {
                 parts.push_back({std::move(pair), style});
                 ++i;
                 continue;
             }
         }
-        parts.push_back({std::wstring(words[i]), findStyleWord(lowered(words[i]))});
+        parts.push_back({std::wstring(words[i]), findStyleWord(words[i])});
     }
     return parts;
 }
@@ -225,8 +231,13 @@ LocalizedNames firstPresent(std::initializer_list<const LocalizedNames*> choices
 
 bool namesOblique(const LocalizedNames& faceNames) {
     const std::wstring* const name = preferredName(faceNames);
-    const std::wstring lower = name != nullptr ? lowered(*name) : L"";
-    return lower.find(L"oblique") != std::wstring::npos && lower.find(L"italic") == std::wstring::npos;
+    const std::vector<NamePart> parts = name != nullptr ? parseName(*name) : std::vector<NamePart>();
+    const auto statesStyle = [&](DWRITE_FONT_STYLE style) {
+        return std::any_of(parts.begin(), parts.end(), [&](const NamePart& part) {
+            return states(part, Aspect::slope) && part.style->value == style;
+        });
+    };
+    return statesStyle(DWRITE_FONT_STYLE_OBLIQUE) && !statesStyle(DWRITE_FONT_STYLE_ITALIC);
 }
 
 std::wstring simulatedFaceName(const std::wstring& baseFaceName, DWRITE_FONT_SIMULATIONS simulations) {
@@ -237,7 +248,7 @@ std::wstring simulatedFaceName(const std::wstring& baseFaceName, DWRITE_FONT_SIM
         return (bold && states(part, Aspect::weight)) || (oblique && states(part, Aspect::slope));
     });
     if (bold) {
-        parts.push_back({L"Bold", findStyleWord(L"bold")});
+        parts.push_back({L"Bold", findStyleWord(L"Bold")});
     }
     if (oblique) {
         parts.push_back({L"Oblique", findStyleWord(L"oblique")});

@@ -50,7 +50,7 @@ std::vector<std::unique_ptr<FaceSource>> readSources(const FontSet& set) {
 
 CFontCollection& CFontCollection::system() {
     // Lives as long as the process: callers may hold fonts until its very end.
-    static auto& collection = *new CFontCollection(systemFontSet());
+    static auto& collection = *new CFontCollection(readFontSet(nullptr));
     return collection;
 }
 

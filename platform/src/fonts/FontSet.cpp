@@ -1,7 +1,5 @@
 #include "fonts/FontSet.h"
 
-#include <fontconfig/fontconfig.h>
-
 #include <algorithm>
 #include <string_view>
 #include <tuple>
@@ -39,12 +37,12 @@ void addFonts(const FcFontSet* fonts, FontSet& set) {
 
 } // namespace
 
-FontSet systemFontSet() {
+FontSet readFontSet(FcConfig* config) {
     FontSet set;
-    if (FcConfig* const config = FcConfigReference(nullptr)) {
-        addFonts(FcConfigGetFonts(config, FcSetSystem), set);
-        addFonts(FcConfigGetFonts(config, FcSetApplication), set);
-        FcConfigDestroy(config);
+    if (FcConfig* const held = FcConfigReference(config)) {
+        addFonts(FcConfigGetFonts(held, FcSetSystem), set);
+        addFonts(FcConfigGetFonts(held, FcSetApplication), set);
+        FcConfigDestroy(held);
     }
     const auto key = [](const FontSetEntry& entry) { return std::tie(entry.file, entry.index); };
     std::sort(set.entries.begin(), set.entries.end(),

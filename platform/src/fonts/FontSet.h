@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fontconfig/fontconfig.h>
+
 #include <string>
 #include <vector>
 
@@ -17,8 +19,8 @@ struct FontSet {
     std::vector<FontSetEntry> entries;
 };
 
-/// All TrueType and CFF faces of the current Fontconfig configuration, each once, in an
-/// order that depends on nothing but their paths. Empty without fonts.
-FontSet systemFontSet();
+/// All TrueType and CFF faces of a Fontconfig configuration (null: the current one), each
+/// once, in an order that depends on nothing but their paths. Empty without fonts.
+FontSet readFontSet(FcConfig* config);
 
 } // namespace platform
