@@ -41,7 +41,7 @@ struct Alias {
 constexpr std::array aliases{
     Alias{"ASCII", 1252},  Alias{"USASCII", 1252}, Alias{"MACROMAN", 10000}, Alias{"MACINTOSH", 10000},
     Alias{"UTF8", 65001},  Alias{"BIG5", 950},     Alias{"GB2312", 936},     Alias{"GBK", 936},
-    Alias{"KSC5601", 949}, Alias{"SHIFTJIS", 932}, Alias{"GB18030", 54936},  Alias{"ANSI", 1252},
+    Alias{"KSC5601", 949}, Alias{"SHIFTJIS", 932}, Alias{"GB18030", 54936},
 };
 
 constexpr unsigned isoBase = 28590;

@@ -1,7 +1,7 @@
 #include <dxf/CodePage.h>
 #include <dxf/Drawing.h>
 
-#include <algorithm>
+#include <string_view>
 
 namespace dxf {
 namespace {
@@ -17,15 +17,19 @@ const Record* find(const std::vector<Record>& records, const std::unordered_map<
 
 int Header::versionNumber() const {
     constexpr int oldest = 1009;
-    constexpr std::size_t prefixLength = 2; // "AC"
+    constexpr std::wstring_view prefix = L"AC";
+    constexpr std::size_t digits = 4;
+    if (!version.starts_with(prefix) || version.size() != prefix.size() + digits) {
+        return oldest;
+    }
     int number = 0;
-    for (std::size_t i = prefixLength; i < version.size(); ++i) {
-        if (version[i] < L'0' || version[i] > L'9' || i >= prefixLength + 4) {
+    for (const wchar_t c : version.substr(prefix.size())) {
+        if (c < L'0' || c > L'9') {
             return oldest;
         }
-        number = number * 10 + (version[i] - L'0');
+        number = number * 10 + (c - L'0');
     }
-    return number == 0 ? oldest : number;
+    return number;
 }
 
 bool Drawing::truncated() const noexcept {

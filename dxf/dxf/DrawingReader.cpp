@@ -74,12 +74,13 @@ private:
 
     void take(const Pair& pair) {
         constexpr int comment = 999;
+        const bool certain = pair.complete || isTextGroup(pair.code) || pair.is(0, "EOF");
+        if (pair.code == comment || !certain) {
+            return;
+        }
         if (pair.code == 0) {
             m_atSectionName = false;
             startRecord(pair);
-            return;
-        }
-        if (pair.code == comment || (!pair.complete && !isTextGroup(pair.code))) {
             return;
         }
         if (m_atSectionName && pair.code == 2) {

@@ -165,7 +165,9 @@ private:
         m_paragraph.invisible = m_text.invisible;
         m_paragraph.tag = std::move(m_text.tag);
         m_paragraph.prompt = std::move(m_text.prompt);
-        m_paragraph.style = m_paragraph.style.empty() ? std::move(m_text.style) : std::move(m_paragraph.style);
+        if (m_paragraph.style.empty()) {
+            m_paragraph.style = std::move(m_text.style);
+        }
         m_paragraph.height = m_paragraph.height > 0.0 ? m_paragraph.height : m_text.height;
         if (m_paragraph.content.empty()) {
             m_paragraph.content = std::move(m_text.content);

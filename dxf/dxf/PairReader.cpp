@@ -168,6 +168,10 @@ std::optional<Pair> PairReader::next() {
     }
     const std::optional<int> code = groupCode(codeLine->text);
     if (!code) {
+        // Part of a code line at the file's end is a cut file, not a damaged one.
+        if (m_recognised && !codeLine->ended && codeLine->length <= maxCodeLine) {
+            return std::nullopt;
+        }
         failAtCode(codeLine->text);
     }
     const std::size_t codeLength = codeLine->length;
