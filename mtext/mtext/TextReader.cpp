@@ -10,7 +10,8 @@ namespace {
 constexpr std::size_t LONGEST_QUOTE = 64;
 
 bool isControl(wchar_t unit) {
-    return unit >= 0 && unit < 0x20;
+    // Elements are negative where wchar_t is signed and what it holds is no UTF-16.
+    return static_cast<std::uint32_t>(unit) < 0x20;
 }
 
 } // namespace
