@@ -1,0 +1,202 @@
+#include "layout/Itemizer.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
+
+#include "fallback/FallbackMapper.h"
+#include "fonts/FontCollection.h"
+#include "fonts/FontFace.h"
+#include "layout/BidiLevels.h"
+#include "layout/ScriptRuns.h"
+
+namespace platform {
+
+namespace {
+
+/// The family that a style asks for, and the face that draws what no font has.
+struct BaseFont {
+    CFontFamily* family = nullptr;
+    CFontFace* face = nullptr;
+};
+
+BaseFont findBaseFont(const RunStyle& style) {
+    BaseFont base;
+    base.family = CFontCollection::of(style.collection.get()).findFamily(textOf(style.family));
+    if (base.family != nullptr) {
+        base.face = &base.family->match(style.weight, style.stretch, style.style).face();
+        return base;
+    }
+    const Mapping substitute = FallbackMapper::system().map(u" ", 0, 1, textOf(style.locale), nullptr, style.weight,
+                                                            style.style, style.stretch);
+    if (substitute.font != nullptr) {
+        base.face = &substitute.font->face();
+    }
+    return base;
+}
+
+constexpr bool isControl(char16_t unit) noexcept {
+    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+}
+
+ItemKind kindOf(char16_t unit) noexcept {
+    if (isNewline(unit)) {
+        return ItemKind::Newline;
+    }
+    if (unit == u'\t') {
+        return ItemKind::Tab;
+    }
+    return isControl(unit) ? ItemKind::Control : ItemKind::Text;
+}
+
+/// Goes through the text once, from front to back, and writes the items.
+class Itemizer {
+public:
+    Itemizer(const TextBuffer& text, const RangeProperties& properties, bool rightToLeft, std::vector<TextItem>& items)
+        : m_text(text.units()), m_properties(properties), m_base(paragraphLevel(rightToLeft)), m_items(items) {
+        std::u16string_view analysed = m_text;
+        std::u16string substituted;
+        if (properties.hasInlineObjects()) {
+            substituted = withObjects();
+            analysed = substituted;
+        }
+        findScriptRuns(analysed, m_scripts);
+        if (rightToLeft || !text.isAscii()) {
+            findBidiLevels(analysed, rightToLeft, m_levels);
+        }
+    }
+
+    bool run() {
+        auto stretch = m_properties.stretches().begin();
+        while (m_position < m_text.size()) {
+            const RunStyle& style = stretch->second;
+            do {
+                ++stretch;
+            } while (stretch != m_properties.stretches().end() && isContinued(style, stretch->second));
+            const std::size_t end = stretch == m_properties.stretches().end()
+                                        ? m_text.size()
+                                        : std::min<std::size_t>(stretch->first, m_text.size());
+            // A newline of two characters may have swallowed this stretch.
+            if (end > m_position && !addStyle(style, end)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    /// An inline object is one thing, however the text that it replaces is formatted.
+    static bool isContinued(const RunStyle& style, const RunStyle& next) {
+        return style.inlineObject ? style.inlineObject == next.inlineObject : sameShaping(style, next);
+    }
+
+    /// The text with a neutral character in the place of everything that inline objects stand for.
+    std::u16string withObjects() const {
+        std::u16string text(m_text);
+        for (auto stretch = m_properties.stretches().begin(); stretch != m_properties.stretches().end(); ++stretch) {
+            if (!stretch->second.inlineObject) {
+                continue;
+            }
+            const auto next = std::next(stretch);
+            const std::size_t end = next == m_properties.stretches().end() ? text.size() : next->first;
+            for (std::size_t i = stretch->first; i < std::min(end, text.size()); ++i) {
+                text[i] = u'\uFFFC';
+            }
+        }
+        return text;
+    }
+
+    bool addStyle(const RunStyle& style, std::size_t end) {
+        const BaseFont base = findBaseFont(style);
+        if (base.face == nullptr) {
+            return false;
+        }
+        if (style.inlineObject) {
+            add(style, *base.face, 1.0F, ItemKind::Object, end);
+            return true;
+        }
+        while (m_position < end) {
+            const Mapping mapping =
+                FallbackMapper::system().map(m_text, m_position, end - m_position, textOf(style.locale), base.family,
+                                             style.weight, style.style, style.stretch);
+            CFontFace& face = mapping.font != nullptr ? mapping.font->face() : *base.face;
+            const std::size_t mappedEnd = std::min(m_position + std::max<std::size_t>(mapping.length, 1), end);
+            while (m_position < mappedEnd) {
+                const bool isMissing = mapping.font == nullptr;
+                const ItemKind kind = kindOf(m_text[m_position]);
+                add(style, face, mapping.scale, kind, endOfItem(kind, mappedEnd)).isMissing = isMissing;
+            }
+        }
+        return true;
+    }
+
+    /// Where the item that starts here ends, at the latest at `limit`.
+    std::size_t endOfItem(ItemKind kind, std::size_t limit) {
+        std::size_t end = m_position + 1;
+        if (kind == ItemKind::Newline) {
+            const bool isPair = m_text[m_position] == u'\r' && end < m_text.size() && m_text[end] == u'\n';
+            return isPair ? end + 1 : end;
+        }
+        if (kind == ItemKind::Tab) {
+            return end;
+        }
+        limit = std::min<std::size_t>(limit, currentScript().end);
+        while (end < limit && kindOf(m_text[end]) == kind &&
+               (m_levels.empty() || m_levels[end] == m_levels[m_position])) {
+            ++end;
+        }
+        return end;
+    }
+
+    const ScriptRun& currentScript() {
+        while (m_scripts[m_script].end <= m_position) {
+            ++m_script;
+        }
+        return m_scripts[m_script];
+    }
+
+    TextItem& add(const RunStyle& style, CFontFace& face, float scale, ItemKind kind, std::size_t end) {
+        TextItem& item = m_items.emplace_back();
+        item.start = static_cast<UINT32>(m_position);
+        item.length = static_cast<UINT32>(end - m_position);
+        item.face = &face;
+        item.emSize = style.size * scale;
+        item.script = currentScript().script;
+        item.bidiLevel = m_levels.empty() ? m_base : m_levels[m_position];
+        item.kind = kind;
+        item.locale = style.locale;
+        item.object = style.inlineObject.get();
+        item.typography = style.typography.get();
+        m_position = end;
+        return item;
+    }
+
+    const std::u16string_view m_text;
+    const RangeProperties& m_properties;
+    const std::uint8_t m_base;
+    std::vector<TextItem>& m_items;
+    std::size_t m_position = 0;
+    std::vector<ScriptRun> m_scripts;
+    std::size_t m_script = 0;
+    /// Empty if every unit is at the paragraph's level.
+    std::vector<std::uint8_t> m_levels;
+};
+
+} // namespace
+
+CFontFace* baseFace(const RunStyle& style) {
+    return findBaseFont(style).face;
+}
+
+bool itemize(const TextBuffer& text, const RangeProperties& properties, bool rightToLeft,
+             std::vector<TextItem>& items) {
+    items.clear();
+    if (Itemizer(text, properties, rightToLeft, items).run()) {
+        return true;
+    }
+    items.clear();
+    return false;
+}
+
+} // namespace platform

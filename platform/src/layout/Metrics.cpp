@@ -1,0 +1,181 @@
+#include "layout/Metrics.h"
+
+#include <cstddef>
+#include <limits>
+
+#include "fonts/FontFace.h"
+#include "layout/BidiLevels.h"
+#include "layout/LinePieces.h"
+
+namespace platform {
+
+namespace {
+
+/// 1 where nothing is reordered, one more for each level that lies over the paragraph's.
+UINT32 reorderingDepth(const TextPipeline& pipeline) {
+    const std::uint8_t base = paragraphLevel(pipeline.settings().rightToLeft());
+    std::uint8_t highest = base;
+    for (const TextItem& item : pipeline.shaped().items) {
+        highest = std::max(highest, item.bidiLevel);
+    }
+    return static_cast<UINT32>(highest - base) + 1;
+}
+
+/// Cluster metrics count text in 16 bits: what is longer is reported in parts, the width with the first.
+constexpr UINT32 maxClusterLength = std::numeric_limits<UINT16>::max();
+
+void appendCluster(const TextPipeline& pipeline, const BreakOpportunities& opportunities, UINT32 index, float width,
+                   bool isRightToLeft, std::vector<DWRITE_CLUSTER_METRICS>& all) {
+    const Cluster& cluster = pipeline.shaped().clusters[index];
+    DWRITE_CLUSTER_METRICS metrics{};
+    metrics.width = width;
+    metrics.isWhitespace = cluster.has(Cluster::Whitespace) ? 1 : 0;
+    metrics.isNewline = cluster.has(Cluster::Newline) ? 1 : 0;
+    metrics.isSoftHyphen = cluster.has(Cluster::SoftHyphen) ? 1 : 0;
+    metrics.isRightToLeft = isRightToLeft ? 1 : 0;
+    const UINT32 textEnd = pipeline.shaped().textEnd(index);
+    UINT32 left = textEnd - cluster.textStart;
+    while (left > maxClusterLength) {
+        metrics.length = static_cast<UINT16>(maxClusterLength);
+        all.push_back(metrics);
+        metrics.width = 0.0F;
+        left -= maxClusterLength;
+    }
+    metrics.length = static_cast<UINT16>(left);
+    metrics.canWrapLineAfter = opportunities[textEnd] ? 1 : 0;
+    all.push_back(metrics);
+}
+
+/// A box that grows.
+struct InkBox {
+    float left = std::numeric_limits<float>::infinity();
+    float top = std::numeric_limits<float>::infinity();
+    float right = -std::numeric_limits<float>::infinity();
+    float bottom = -std::numeric_limits<float>::infinity();
+
+    void include(float l, float t, float r, float b) {
+        left = std::min(left, l);
+        top = std::min(top, t);
+        right = std::max(right, r);
+        bottom = std::max(bottom, b);
+    }
+};
+
+/// Adds the ink of a piece of a line.
+void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePiece& piece, InkBox& ink) {
+    const ShapedText& shaped = pipeline.shaped();
+    const TextItem& item = shaped.items[piece.item];
+    const Line& line = pipeline.lines()[index];
+    const float baseline = pipeline.placement().lines[index].top + line.baseline;
+    const float scale = item.emSize / static_cast<float>(std::max(1U, item.face->unitsPerEm()));
+    float x = piece.isRightToLeft() ? piece.left + piece.width : piece.left;
+    for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {
+        const bool isShown =
+            !shaped.clusters[i].has(Cluster::Shapeless) || (line.showsHyphen && i + 1 == line.clusterEnd);
+        const float width = placedWidth(pipeline, index, i);
+        float pen = x;
+        for (UINT32 glyph = shaped.clusters[i].glyphStart; isShown && glyph < shaped.glyphEnd(i); ++glyph) {
+            const GlyphBounds& bounds = item.face->glyphBounds(shaped.glyphs[glyph]);
+            const DWRITE_GLYPH_OFFSET& offset = shaped.offsets[glyph];
+            const float advance = shaped.advances[glyph];
+            const float origin =
+                piece.isRightToLeft() ? pen - advance - offset.advanceOffset : pen + offset.advanceOffset;
+            const float y = baseline - offset.ascenderOffset;
+            if (!bounds.empty()) {
+                ink.include(origin + bounds.xMin * scale, y - bounds.yMax * scale, origin + bounds.xMax * scale,
+                            y - bounds.yMin * scale);
+            }
+            pen = piece.isRightToLeft() ? pen - advance : pen + advance;
+        }
+        x = piece.isRightToLeft() ? x - width : x + width;
+    }
+}
+
+} // namespace
+
+DWRITE_TEXT_METRICS textMetrics(const TextPipeline& pipeline) {
+    const Placement& placement = pipeline.placement();
+    DWRITE_TEXT_METRICS metrics{};
+    metrics.left = placement.left;
+    metrics.top = placement.top;
+    metrics.width = placement.width;
+    metrics.widthIncludingTrailingWhitespace = placement.fullWidth;
+    metrics.height = placement.height;
+    metrics.layoutWidth = pipeline.box().width;
+    metrics.layoutHeight = pipeline.box().height;
+    metrics.maxBidiReorderingDepth = reorderingDepth(pipeline);
+    metrics.lineCount = static_cast<UINT32>(pipeline.lines().size());
+    return metrics;
+}
+
+HRESULT lineMetrics(const TextPipeline& pipeline, DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32& count) {
+    const ShapedText& shaped = pipeline.shaped();
+    std::vector<DWRITE_LINE_METRICS> all;
+    all.reserve(pipeline.lines().size());
+    for (const Line& line : pipeline.lines()) {
+        DWRITE_LINE_METRICS& one = all.emplace_back();
+        if (line.clusterBegin < line.clusterEnd) {
+            const UINT32 end = shaped.clusters[line.clusterEnd].textStart;
+            one.length = end - shaped.clusters[line.clusterBegin].textStart;
+            one.trailingWhitespaceLength = end - shaped.clusters[line.trailingBegin].textStart;
+        }
+        one.newlineLength = line.newlineLength;
+        one.height = line.height;
+        one.baseline = line.baseline;
+    }
+    return copyOut(all, metrics, maxCount, count);
+}
+
+HRESULT clusterMetrics(TextPipeline& pipeline, DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32& count) {
+    const ShapedText& shaped = pipeline.shaped();
+    std::vector<DWRITE_CLUSTER_METRICS> all;
+    if (shaped.clusterCount() > 0) {
+        const BreakOpportunities& opportunities = pipeline.opportunities();
+        all.reserve(shaped.clusterCount());
+        for (std::size_t line = 0; line < pipeline.lines().size(); ++line) {
+            const UINT32 end = pipeline.lines()[line].clusterEnd;
+            UINT32 i = pipeline.lines()[line].clusterBegin;
+            for (UINT32 item = i < end ? shaped.itemOf(i) : 0; i < end; ++i) {
+                item += i >= shaped.items[item].clusterEnd ? 1U : 0U;
+                appendCluster(pipeline, opportunities, i, placedWidth(pipeline, line, i),
+                              shaped.items[item].isRightToLeft(), all);
+            }
+        }
+    }
+    return copyOut(all, metrics, maxCount, count);
+}
+
+DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline) {
+    InkBox ink;
+    std::vector<LinePiece> pieces;
+    for (std::size_t i = 0; i < pipeline.lines().size(); ++i) {
+        findPieces(pipeline, i, pieces);
+        for (const LinePiece& piece : pieces) {
+            includePiece(pipeline, i, piece, ink);
+        }
+    }
+    if (!(ink.left <= ink.right)) {
+        ink = {0.0F, 0.0F, 0.0F, 0.0F};
+    }
+    return {-ink.left, -ink.top, ink.right - pipeline.box().width, ink.bottom - pipeline.box().height};
+}
+
+float narrowestWidth(TextPipeline& pipeline) {
+    const ShapedText& shaped = pipeline.shaped();
+    float widest = 0.0F;
+    float width = 0.0F;
+    for (UINT32 i = 0; i < shaped.clusterCount(); ++i) {
+        const Cluster& cluster = shaped.clusters[i];
+        if (cluster.has(Cluster::Whitespace)) {
+            continue;
+        }
+        if (i > 0 && pipeline.opportunities()[cluster.textStart]) {
+            width = 0.0F;
+        }
+        width += cluster.width;
+        widest = std::max(widest, width);
+    }
+    return widest;
+}
+
+} // namespace platform

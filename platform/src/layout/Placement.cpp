@@ -1,0 +1,121 @@
+#include "layout/Placement.h"
+
+#include <algorithm>
+
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+
+namespace platform {
+
+namespace {
+
+bool isSpace(std::u16string_view text, const ShapedText& shaped, UINT32 cluster) {
+    const char16_t unit = text[shaped.clusters[cluster].textStart];
+    return unit == u' ' || unit == u'\u00A0';
+}
+
+/// Whether a cluster starts with a character of a script that is written without spaces, in full-width cells.
+bool isIdeograph(std::u16string_view text, const ShapedText& shaped, UINT32 cluster) {
+    UChar32 character = 0;
+    U16_GET(text.data(), 0, shaped.clusters[cluster].textStart, text.size(), character);
+    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_WIDE || width == U_EA_FULLWIDTH;
+}
+
+/// Whether a justified line may be stretched after `cluster`.
+bool isGap(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed,
+           UINT32 cluster) {
+    // Nothing is stretched before the last tab, whose stop would move, nor at the line's very end.
+    if (cluster < placed.gapBegin || cluster + 1 >= line.trailingBegin) {
+        return false;
+    }
+    if (placed.gapsAreSpaces) {
+        return isSpace(text, shaped, cluster);
+    }
+    return isIdeograph(text, shaped, cluster) && isIdeograph(text, shaped, cluster + 1);
+}
+
+UINT32 countGaps(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed) {
+    UINT32 gaps = 0;
+    for (UINT32 i = placed.gapBegin; i < line.trailingBegin; ++i) {
+        gaps += isGap(text, shaped, line, placed, i) ? 1U : 0U;
+    }
+    return gaps;
+}
+
+void justify(std::u16string_view text, const ShapedText& shaped, const Line& line, float boxWidth, PlacedLine& placed) {
+    const float missing = boxWidth - line.width;
+    if (line.endsParagraph || !(missing > 0.0F)) {
+        return;
+    }
+    placed.gapBegin = line.clusterBegin;
+    for (UINT32 i = line.clusterBegin; i < line.trailingBegin; ++i) {
+        if (shaped.clusters[i].has(Cluster::Tab)) {
+            placed.gapBegin = i + 1;
+        }
+    }
+    UINT32 gaps = countGaps(text, shaped, line, placed);
+    if (gaps == 0) {
+        placed.gapsAreSpaces = false;
+        gaps = countGaps(text, shaped, line, placed);
+    }
+    if (gaps > 0) {
+        placed.gap = missing / static_cast<float>(gaps);
+        placed.width = boxWidth;
+    }
+}
+
+/// The left edge of something `width` wide in the box. Nothing is clamped: what is too wide stands out.
+float leftEdge(const ParagraphSettings& settings, float boxWidth, float width) {
+    const bool isLeading = settings.textAlignment == DWRITE_TEXT_ALIGNMENT_LEADING ||
+                           settings.textAlignment == DWRITE_TEXT_ALIGNMENT_JUSTIFIED;
+    if (settings.textAlignment == DWRITE_TEXT_ALIGNMENT_CENTER) {
+        return (boxWidth - width) / 2.0F;
+    }
+    return isLeading == settings.rightToLeft() ? boxWidth - width : 0.0F;
+}
+
+float topEdge(const ParagraphSettings& settings, float boxHeight, float height) {
+    switch (settings.paragraphAlignment) {
+    case DWRITE_PARAGRAPH_ALIGNMENT_FAR:
+        return boxHeight - height;
+    case DWRITE_PARAGRAPH_ALIGNMENT_CENTER:
+        return (boxHeight - height) / 2.0F;
+    default:
+        return 0.0F;
+    }
+}
+
+} // namespace
+
+void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
+                const ParagraphSettings& settings, const Box& box, Placement& placement) {
+    placement = Placement();
+    placement.lines.resize(lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line& line = lines[i];
+        PlacedLine& placed = placement.lines[i];
+        placed.width = line.width;
+        if (settings.textAlignment == DWRITE_TEXT_ALIGNMENT_JUSTIFIED) {
+            justify(text, shaped, line, box.width, placed);
+        }
+        placed.left = leftEdge(settings, box.width, placed.width);
+        placement.width = std::max(placement.width, placed.width);
+        placement.fullWidth = std::max(placement.fullWidth, placed.width + (line.fullWidth - line.width));
+        placement.height += line.height;
+    }
+    placement.left = leftEdge(settings, box.width, placement.width);
+    placement.top = topEdge(settings, box.height, placement.height);
+    float top = placement.top;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        placement.lines[i].top = top;
+        top += lines[i].height;
+    }
+}
+
+float stretchOf(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed,
+                UINT32 cluster) {
+    return placed.gap != 0.0F && isGap(text, shaped, line, placed, cluster) ? placed.gap : 0.0F;
+}
+
+} // namespace platform

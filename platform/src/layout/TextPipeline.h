@@ -1,0 +1,77 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "layout/BreakOpportunities.h"
+#include "layout/LineBreaker.h"
+#include "layout/ParagraphSettings.h"
+#include "layout/Placement.h"
+#include "layout/RangeProperties.h"
+#include "layout/ShapedText.h"
+#include "layout/TextBuffer.h"
+
+namespace platform {
+
+/// The stages that a layout's text goes through, each done when somebody asks for its result and kept until something
+/// that it depends on changes: shaping on fonts, breaking on the box's width and wrapping, placing on the alignments.
+class TextPipeline {
+public:
+    TextPipeline(const WCHAR* text, UINT32 length, const ParagraphSettings& settings, const FontSettings& font,
+                 const Box& box)
+        : m_text(text, length), m_settings(settings), m_properties(font), m_box(box) {}
+
+    /// What the stages start from. After a change, the first stage that depends on it is named to redo().
+    [[nodiscard]] const TextBuffer& text() const noexcept { return m_text; }
+    [[nodiscard]] ParagraphSettings& settings() noexcept { return m_settings; }
+    [[nodiscard]] const ParagraphSettings& settings() const noexcept { return m_settings; }
+    [[nodiscard]] RangeProperties& properties() noexcept { return m_properties; }
+    [[nodiscard]] const RangeProperties& properties() const noexcept { return m_properties; }
+    [[nodiscard]] Box& box() noexcept { return m_box; }
+    [[nodiscard]] const Box& box() const noexcept { return m_box; }
+
+    enum class Stage { Shaping, Breaking, Placing, Done };
+
+    /// Says that `stage` and those after it have to be done again.
+    void redo(Stage stage) noexcept {
+        if (stage < m_next) {
+            m_next = stage;
+        }
+    }
+
+    /// Does what is left to do. DWRITE_E_NOFONT if no font is installed.
+    HRESULT finish();
+
+    // Results, valid after finish() until the next change.
+
+    /// The text as lines break it.
+    [[nodiscard]] const ShapedText& shaped() const noexcept {
+        return m_reshaped.clusters.empty() ? m_shaped : m_reshaped;
+    }
+    [[nodiscard]] const std::vector<Line>& lines() const noexcept { return m_lines; }
+    [[nodiscard]] const Placement& placement() const noexcept { return m_placement; }
+    /// Found at the first call.
+    const BreakOpportunities& opportunities();
+
+private:
+    HRESULT shape();
+    void breakIntoLines();
+    void place();
+
+    TextBuffer m_text;
+    ParagraphSettings m_settings;
+    RangeProperties m_properties;
+    Box m_box;
+    Stage m_next = Stage::Shaping;
+
+    ShapedText m_shaped;
+    /// Of a line without text: the empty text's, or that after a newline at the end.
+    CFontFace* m_emptyFace = nullptr;
+    float m_emptySize = 0.0F;
+    std::optional<BreakOpportunities> m_opportunities;
+    ShapedText m_reshaped;
+    std::vector<Line> m_lines;
+    Placement m_placement;
+};
+
+} // namespace platform

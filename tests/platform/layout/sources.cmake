@@ -1,0 +1,3 @@
+list(APPEND PLATFORM_TESTS
+    layout/LayoutTestSupport.cpp
+    layout/MetricsTest.cpp)
