@@ -216,9 +216,6 @@ std::wstring replaceWrittenCharacters(std::wstring_view text, const CharacterCon
 }
 
 std::optional<SpecialCharacter> readSpecialCharacter(std::wstring_view text, const CharacterContext& context) {
-    if (text.empty()) {
-        return std::nullopt;
-    }
     switch (text.front()) {
     case L'\\':
         return readBackslash(text, context);

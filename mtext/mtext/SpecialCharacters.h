@@ -29,8 +29,8 @@ struct SpecialCharacter {
 };
 
 /// Reads `%%` codes, caret codes, `\U+XXXX` and `\M+nXXXX` at the beginning of
-/// `text`. Nothing if there stands none, or a cut one: then its first unit is
-/// an ordinary character.
+/// `text`, which is not empty. Nothing if there stands none, or a cut one: then
+/// its first unit is an ordinary character.
 std::optional<SpecialCharacter> readSpecialCharacter(std::wstring_view text, const CharacterContext& context);
 
 /// The code page of a Windows character set such as 204 for Cyrillic. Nothing

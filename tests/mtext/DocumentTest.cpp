@@ -87,20 +87,22 @@ std::wstring repeated(std::wstring_view piece, std::size_t size) {
     return content;
 }
 
-TEST(Document, AMillionCharactersAndHalfAMillionParagraphsAreRead) {
+TEST(Document, AMillionCharactersInOneParagraphAreRead) {
     const std::size_t size = 1'000'000;
     EXPECT_EQ(visible(repeated(L"x", size)).size(), size);
-    EXPECT_EQ(parse(repeated(L"\\P", size), sampleDefaults()).document.paragraphs.size(), size / 2 + 1);
-    EXPECT_EQ(parse(repeated(L"{", size), sampleDefaults()).diagnostics.size(), size);
+}
+
+TEST(Document, AHundredThousandParagraphsAreRead) {
+    EXPECT_EQ(parse(repeated(L"\\P", 200'000), sampleDefaults()).document.paragraphs.size(), 100'001U);
 }
 
 // Each piece looks for an end that is far away or missing: this would take
 // minutes if it were looked for once per piece.
 TEST(Document, UnfinishedCodesByTheThousandsAreRead) {
-    const std::size_t size = 200'000;
+    const std::size_t size = 100'000;
     for (const std::wstring_view piece :
-         {L"\\f", L"\\fa", L"\\S", L"\\p", L"%<\\", L"%<\\a>%", L"\\H", L"\\H1", L"\\U+", L"\\f\\U+", L"^", L"%%",
-          L"\\S\\{", L"{\\fA|b1;x}", L"\\pt1,2,3,4;\\P"}) {
+         {L"{", L"}", L"\\f", L"\\fa", L"\\S", L"\\p", L"%<\\", L"%<\\a>%", L"\\H", L"\\H1", L"\\U+", L"\\f\\U+", L"^",
+          L"%%", L"\\S\\{", L"{\\fA|b1;x}", L"\\pt1,2,3,4;\\P"}) {
         const Result result = parse(repeated(piece, size), sampleDefaults());
         EXPECT_EQ(result.formats.size(), result.document.paragraphs.size());
     }

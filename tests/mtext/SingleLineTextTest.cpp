@@ -28,7 +28,7 @@ INSTANTIATE_TEST_SUITE_P(
                       ReadingCase{L"x^ 2^Iy", L"x^2\ty", {}},
                       // What is a code elsewhere is text here.
                       ReadingCase{L"a\\Pb{c}\\H3;\\~\\\\", L"a\\Pb{c}\\H3;\\~\\\\", {}},
-                      ReadingCase{L"C:\\U+dir\\", L"C:\\U+dir\\", {}}, ReadingCase{L"%<\\x>%", L"%<\\x>%", {}},
+                      ReadingCase{L"C:\\U+dir\\P+\\", L"C:\\U+dir\\P+\\", {}}, ReadingCase{L"%<\\x>%", L"%<\\x>%", {}},
                       // A single line has no breaks.
                       ReadingCase{L"a^M^Jb", L"a b", {}}, ReadingCase{L"a\r\nb", L"a b", {}},
                       ReadingCase{L"a\x02z", L"a z", {ControlCharacter}}, ReadingCase{L"%%q", L"%%q", {UnknownCode}}));
