@@ -87,10 +87,10 @@ private:
     }
 
     std::size_t clusterEnd() {
-        std::size_t end = m_at + 1;
-        while (end < m_end && !m_graphemes.isBoundary(end)) {
-            ++end;
-        }
+        std::size_t end = m_at;
+        do {
+            U16_FWD_1(m_text.data(), end, m_end);
+        } while (end < m_end && !m_graphemes.isBoundary(end));
         return end;
     }
 

@@ -1,12 +1,10 @@
 #include "fallback/FallbackOrder.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
-#include <new>
-#include <string_view>
-#include <tuple>
 
+#include "fallback/FallbackCluster.h"
+#include "fallback/Locale.h"
 #include "fonts/Font.h"
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
@@ -27,147 +25,32 @@ constexpr std::uint16_t placeOf(std::size_t entry, bool own) {
 /// Sequences are rare (marks that the first choice lacks), so forgetting them all now and then costs little.
 constexpr std::size_t mostSequences = 4096;
 
-std::string_view stringOf(FcPattern* pattern, const char* object) {
-    FcChar8* text = nullptr;
-    return FcPatternGetString(pattern, object, 0, &text) == FcResultMatch ? reinterpret_cast<const char*>(text)
-                                                                          : std::string_view();
-}
-
-int integerOf(FcPattern* pattern, const char* object) {
-    int value = 0;
-    return FcPatternGetInteger(pattern, object, 0, &value) == FcResultMatch ? value : 0;
-}
-
-/// How far a font is from the plain sans that stands beside anything: 0 is closest.
-int oddness(FcPattern* font) {
-    const std::string_view family = stringOf(font, FC_FAMILY);
-    const auto has = [family](std::string_view word) { return family.find(word) != std::string_view::npos; };
-    if (has("Mono") || integerOf(font, FC_SPACING) >= FC_DUAL) {
-        return 3;
-    }
-    if (has("Serif")) {
-        return 2;
-    }
-    return has("Sans") && !has(" UI") && !has("Display") && !has("Looped") ? 0 : 1;
-}
-
-/// Where Fontconfig finds two fonts equally good, it keeps the order it was given. This one does not depend on folders.
-struct Candidate {
-    FcPattern* pattern;
-    int oddness;
-    std::string_view fileName;
-    int index;
-    std::string_view file;
-
-    explicit Candidate(FcPattern* font)
-        : pattern(font), oddness(platform::oddness(font)), index(integerOf(font, FC_INDEX)),
-          file(stringOf(font, FC_FILE)) {
-        fileName = file.substr(file.rfind('/') + 1);
-    }
-    bool operator<(const Candidate& other) const {
-        return std::tie(oddness, fileName, index, file) <
-               std::tie(other.oddness, other.fileName, other.index, other.file);
-    }
-};
-
-FontSetPtr candidates(FcConfig* config, const CFontCollection& collection) {
-    std::vector<Candidate> found;
-    for (const FcSetName name : {FcSetSystem, FcSetApplication}) {
-        const FcFontSet* const fonts = FcConfigGetFonts(config, name);
-        for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
-            const Candidate candidate(fonts->fonts[i]);
-            if (collection.fontOfFile(candidate.file, candidate.index) != nullptr) {
-                found.push_back(candidate);
-            }
-        }
-    }
-    std::sort(found.begin(), found.end());
-    FontSetPtr set(FcFontSetCreate());
-    if (!set) {
-        throw std::bad_alloc();
-    }
-    for (const Candidate& candidate : found) {
-        FcPatternReference(candidate.pattern);
-        if (!FcFontSetAdd(set.get(), candidate.pattern)) {
-            FcPatternDestroy(candidate.pattern);
-            throw std::bad_alloc();
-        }
-    }
-    return set;
-}
-
-int slantOf(DWRITE_FONT_STYLE style) {
-    switch (style) {
-    case DWRITE_FONT_STYLE_ITALIC:
-        return FC_SLANT_ITALIC;
-    case DWRITE_FONT_STYLE_OBLIQUE:
-        return FC_SLANT_OBLIQUE;
-    default:
-        return FC_SLANT_ROMAN;
-    }
-}
-
-int widthOf(DWRITE_FONT_STRETCH stretch) {
-    constexpr std::array<int, 10> widths = {FC_WIDTH_NORMAL,       FC_WIDTH_ULTRACONDENSED, FC_WIDTH_EXTRACONDENSED,
-                                            FC_WIDTH_CONDENSED,    FC_WIDTH_SEMICONDENSED,  FC_WIDTH_NORMAL,
-                                            FC_WIDTH_SEMIEXPANDED, FC_WIDTH_EXPANDED,       FC_WIDTH_EXTRAEXPANDED,
-                                            FC_WIDTH_ULTRAEXPANDED};
-    const auto index = static_cast<std::size_t>(stretch);
-    return index < widths.size() ? widths[index] : FC_WIDTH_NORMAL;
-}
-
-const FcChar8* text(const std::string& string) {
-    return reinterpret_cast<const FcChar8*>(string.c_str());
-}
-
-PatternPtr wish(FcConfig* config, const FallbackKey& key) {
-    PatternPtr pattern(FcPatternCreate());
-    if (!pattern) {
-        throw std::bad_alloc();
-    }
-    FcPatternAddString(pattern.get(), FC_FAMILY, text("sans-serif"));
-    FcPatternAddInteger(pattern.get(), FC_SLANT, slantOf(key.style));
-    FcPatternAddDouble(pattern.get(), FC_WEIGHT, FcWeightFromOpenTypeDouble(static_cast<double>(key.weight)));
-    FcPatternAddInteger(pattern.get(), FC_WIDTH, widthOf(key.stretch));
-    if (!key.language.empty()) {
-        FcPatternAddString(pattern.get(), FC_LANG, text(key.language));
-    }
-    FcConfigSubstitute(config, pattern.get(), FcMatchPattern);
-    FcDefaultSubstitute(pattern.get());
-    return pattern;
-}
-
-bool covers(const FcCharSet* coverage, std::u32string_view characters) {
-    return std::all_of(characters.begin(), characters.end(),
-                       [coverage](char32_t c) { return FcCharSetHasChar(coverage, c) != FcFalse; });
-}
-
 bool covers(CFont& font, std::u32string_view characters) {
     const CFontFace& face = font.face();
     return std::all_of(characters.begin(), characters.end(), [&face](char32_t c) { return face.hasCharacter(c); });
 }
 
+UScriptCode scriptOf(std::u32string_view characters) {
+    const auto letter = std::find_if_not(characters.begin(), characters.end(), isCommon);
+    UErrorCode error = U_ZERO_ERROR;
+    return letter != characters.end() ? uscript_getScript(static_cast<UChar32>(*letter), &error) : USCRIPT_COMMON;
+}
+
+bool isMadeFor(const ListedFont& font, const std::string& language) {
+    const FcLangSet* const languages = font.languages();
+    return languages != nullptr && font.isMadeFor(language) &&
+           FcLangSetHasLang(languages, reinterpret_cast<const FcChar8*>(language.c_str())) != FcLangDifferentLang;
+}
+
 } // namespace
 
-FallbackOrder::FallbackOrder(const CFontCollection& collection, const FallbackKey& key) {
-    const ConfigPtr config(FcConfigReference(nullptr));
-    FontSetPtr given = candidates(config.get(), collection);
-    if (given->nfont == 0) {
-        return;
-    }
-    const PatternPtr pattern = wish(config.get(), key);
-    FcFontSet* sets[] = {given.get()};
-    FcResult result = FcResultMatch;
-    m_sorted.reset(FcFontSetSort(config.get(), sets, 1, pattern.get(), FcFalse, nullptr, &result));
-    if (!m_sorted) {
-        throw std::bad_alloc();
-    }
-    for (int i = 0; i < m_sorted->nfont && m_entries.size() < mostEntries; ++i) {
-        FcPattern* const sorted = m_sorted->fonts[i];
-        FcCharSet* coverage = nullptr;
-        CFont* const own = collection.fontOfFile(stringOf(sorted, FC_FILE), integerOf(sorted, FC_INDEX));
-        if (own != nullptr && FcPatternGetCharSet(sorted, FC_CHARSET, 0, &coverage) == FcResultMatch) {
-            m_entries.push_back({coverage, &own->family().match(key.weight, key.stretch, key.style), own});
+FallbackOrder::FallbackOrder(const CFontCollection& collection, const FallbackKey& key) : m_language(key.language) {
+    std::vector<ListedFont> fonts = fontconfigOrder(collection, key);
+    m_entries.reserve(std::min(fonts.size(), mostEntries));
+    for (ListedFont& listed : fonts) {
+        if (listed.coverage() != nullptr && m_entries.size() < mostEntries) {
+            CFont& fitting = listed.font->family().match(key.weight, key.stretch, key.style);
+            m_entries.push_back({std::move(listed), &fitting});
         }
     }
 }
@@ -187,21 +70,47 @@ CFont* FallbackOrder::resolve(std::uint16_t place) const {
         return nullptr;
     }
     const Entry& entry = m_entries[(place - 1U) / 2U];
-    return (place - 1U) % 2U == 0U ? entry.fitting : entry.own;
+    return (place - 1U) % 2U == 0U ? entry.fitting : entry.listed.font;
+}
+
+const FallbackOrder::Preference& FallbackOrder::preferenceFor(UScriptCode script) const {
+    const std::lock_guard lock(m_guard);
+    const auto [known, isNew] = m_preferences.try_emplace(script, m_entries.size(), false);
+    if (isNew) {
+        if (const std::string language = languageOfScript(script, m_language); !language.empty()) {
+            std::transform(m_entries.begin(), m_entries.end(), known->second.begin(),
+                           [&language](const Entry& entry) { return isMadeFor(entry.listed, language); });
+        }
+    }
+    return known->second;
+}
+
+std::uint16_t FallbackOrder::placeIn(std::size_t entry, std::u32string_view characters) const {
+    const Entry& candidate = m_entries[entry];
+    const FcCharSet* const coverage = candidate.listed.coverage();
+    // Fontconfig's list is at hand without opening a file; what the font itself says decides.
+    const bool listed = std::all_of(characters.begin(), characters.end(),
+                                    [coverage](char32_t c) { return FcCharSetHasChar(coverage, c) != FcFalse; });
+    if (!listed) {
+        return noPlace;
+    }
+    if (covers(*candidate.fitting, characters)) {
+        return placeOf(entry, false);
+    }
+    return covers(*candidate.listed.font, characters) ? placeOf(entry, true) : noPlace;
 }
 
 std::uint16_t FallbackOrder::find(std::u32string_view characters) const {
-    for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        const Entry& entry = m_entries[i];
-        // Fontconfig's list is at hand without opening a file; what the font itself says decides.
-        if (!covers(entry.coverage, characters)) {
-            continue;
-        }
-        if (covers(*entry.fitting, characters)) {
-            return placeOf(i, false);
-        }
-        if (covers(*entry.own, characters)) {
-            return placeOf(i, true);
+    const UScriptCode script = scriptOf(characters);
+    const Preference& preferred = preferenceFor(script);
+    for (const bool wanted : {true, false}) {
+        for (std::size_t i = 0; i < m_entries.size(); ++i) {
+            if (preferred[i] != wanted) {
+                continue;
+            }
+            if (const std::uint16_t place = placeIn(i, characters); place != noPlace) {
+                return place;
+            }
         }
     }
     return noPlace;
@@ -243,13 +152,13 @@ CFont* FallbackOrder::fontForAll(std::u32string_view characters) const {
     }
     const std::u32string sequence(characters);
     {
-        const std::lock_guard lock(m_sequencesGuard);
+        const std::lock_guard lock(m_guard);
         if (const auto known = m_sequences.find(sequence); known != m_sequences.end()) {
             return resolve(known->second);
         }
     }
     const std::uint16_t place = find(characters);
-    const std::lock_guard lock(m_sequencesGuard);
+    const std::lock_guard lock(m_guard);
     if (m_sequences.size() >= mostSequences) {
         m_sequences.clear();
     }

@@ -4,7 +4,9 @@
 #include <array>
 #include <cctype>
 #include <cstdint>
+#include <memory>
 
+#include <fontconfig/fontconfig.h>
 #include <unicode/uloc.h>
 
 namespace platform {
@@ -16,7 +18,7 @@ using Buffer = std::array<char, ULOC_FULLNAME_CAPACITY>;
 using Part = std::int32_t (*)(const char*, char*, std::int32_t, UErrorCode*);
 
 std::string partOf(const Buffer& locale, Part part) {
-    std::array<char, ULOC_FULLNAME_CAPACITY> text{};
+    Buffer text{};
     UErrorCode error = U_ZERO_ERROR;
     part(locale.data(), text.data(), static_cast<std::int32_t>(text.size()) - 1, &error);
     std::string result = U_SUCCESS(error) ? text.data() : "";
@@ -25,17 +27,47 @@ std::string partOf(const Buffer& locale, Part part) {
     return result;
 }
 
-// Fontconfig tells the two ways of writing Chinese apart by region only.
-std::string chineseRegion(const Buffer& locale) {
+Buffer withLikelyParts(const char* locale) {
     Buffer likely{};
     UErrorCode error = U_ZERO_ERROR;
-    uloc_addLikelySubtags(locale.data(), likely.data(), static_cast<std::int32_t>(likely.size()) - 1, &error);
-    const Buffer& full = U_SUCCESS(error) ? likely : locale;
+    uloc_addLikelySubtags(locale, likely.data(), static_cast<std::int32_t>(likely.size()) - 1, &error);
+    return U_SUCCESS(error) ? likely : Buffer{};
+}
+
+// Fontconfig tells the ways of writing Chinese apart by region only.
+std::string chineseRegion(const Buffer& locale) {
+    const Buffer full = withLikelyParts(locale.data());
     const std::string region = partOf(full, uloc_getCountry);
-    if (partOf(full, uloc_getScript) == "hant") {
-        return region == "hk" || region == "mo" ? region : "tw";
+    if (partOf(full, uloc_getScript) == "hans") {
+        return region == "sg" ? region : "cn";
     }
-    return region == "sg" ? region : "cn";
+    return region == "hk" || region == "mo" ? region : "tw";
+}
+
+bool isKnownToFontconfig(const std::string& language) {
+    struct Destroy {
+        void operator()(FcStrSet* set) const { FcStrSetDestroy(set); }
+    };
+    const std::unique_ptr<FcStrSet, Destroy> known(FcGetLangs());
+    return known && FcStrSetMember(known.get(), reinterpret_cast<const FcChar8*>(language.c_str())) != FcFalse;
+}
+
+std::string fontconfigName(const Buffer& locale) {
+    std::string language = partOf(locale, uloc_getLanguage);
+    if (language == "zh") {
+        return "zh-" + chineseRegion(locale);
+    }
+    // Most languages are known without a region, and rules of a configuration name them so.
+    const std::string withRegion = language + "-" + partOf(locale, uloc_getCountry);
+    return isKnownToFontconfig(withRegion) ? withRegion : language;
+}
+
+bool isWrittenIn(const std::string& language, UScriptCode script) {
+    std::array<UScriptCode, 8> scripts{};
+    UErrorCode error = U_ZERO_ERROR;
+    const std::int32_t count =
+        uscript_getCode(language.c_str(), scripts.data(), static_cast<std::int32_t>(scripts.size()), &error);
+    return U_SUCCESS(error) && std::find(scripts.begin(), scripts.begin() + count, script) != scripts.begin() + count;
 }
 
 } // namespace
@@ -51,12 +83,20 @@ std::string fontconfigLanguage(const std::wstring& locale) {
     Buffer id{};
     UErrorCode error = U_ZERO_ERROR;
     uloc_forLanguageTag(tag.c_str(), id.data(), static_cast<std::int32_t>(id.size()) - 1, nullptr, &error);
-    if (U_FAILURE(error)) {
+    return U_SUCCESS(error) && id.front() != '\0' ? fontconfigName(id) : "";
+}
+
+std::string languageOfScript(UScriptCode script, const std::string& language) {
+    if (!language.empty() && isWrittenIn(language, script)) {
+        return language;
+    }
+    const char* const name = uscript_getShortName(script);
+    if (script == USCRIPT_HAN || script == USCRIPT_COMMON || name == nullptr) {
         return {};
     }
-    const std::string language = partOf(id, uloc_getLanguage);
-    const std::string region = language == "zh" ? chineseRegion(id) : partOf(id, uloc_getCountry);
-    return region.empty() ? language : language + "-" + region;
+    const Buffer likely = withLikelyParts((std::string("und_") + name).c_str());
+    const std::string found = likely.front() != '\0' ? fontconfigName(likely) : "";
+    return found == "und" ? "" : found;
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@ list(APPEND PLATFORM_SOURCES
     src/fallback/FallbackMapper.cpp
     src/fallback/FallbackOrder.cpp
     src/fallback/FallbackOrders.cpp
+    src/fallback/FontconfigOrder.cpp
     src/fallback/FontFallback.cpp
     src/fallback/Locale.cpp
     src/fallback/SimpleCharacters.cpp

@@ -1,4 +1,5 @@
 list(APPEND PLATFORM_TESTS
     geometry/CurveBoundsTest.cpp
     geometry/GeometryTest.cpp
+    geometry/GlyphLaneTest.cpp
     geometry/UuidTest.cpp)

@@ -1,0 +1,208 @@
+#include "fallback/FontconfigOrder.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <new>
+#include <tuple>
+#include <unordered_set>
+
+#include "fonts/FontCollection.h"
+
+namespace platform {
+
+namespace {
+
+std::string_view stringOf(const FcPattern* pattern, const char* object, int index = 0) {
+    FcChar8* text = nullptr;
+    return FcPatternGetString(pattern, object, index, &text) == FcResultMatch ? reinterpret_cast<const char*>(text)
+                                                                              : std::string_view();
+}
+
+int integerOf(const FcPattern* pattern, const char* object) {
+    int value = 0;
+    return FcPatternGetInteger(pattern, object, 0, &value) == FcResultMatch ? value : 0;
+}
+
+const FcChar8* text(const std::string& string) {
+    return reinterpret_cast<const FcChar8*>(string.c_str());
+}
+
+/// How far a font is from the plain sans that stands beside anything: 0 is closest.
+int oddness(const FcPattern* font) {
+    const std::string_view family = stringOf(font, FC_FAMILY);
+    const auto has = [family](std::string_view word) { return family.find(word) != std::string_view::npos; };
+    if (has("Mono") || integerOf(font, FC_SPACING) >= FC_DUAL) {
+        return 3;
+    }
+    if (has("Serif")) {
+        return 2;
+    }
+    return has("Sans") && !has(" UI") && !has("Display") && !has("Looped") ? 0 : 1;
+}
+
+/// Where Fontconfig finds two fonts equally good, it keeps the order it was given. This one does not depend on folders.
+struct Candidate {
+    FcPattern* pattern;
+    std::string_view file;
+    std::string_view fileName;
+    int index;
+
+    explicit Candidate(FcPattern* font)
+        : pattern(font), file(stringOf(font, FC_FILE)), fileName(file.substr(file.rfind('/') + 1)),
+          index(integerOf(font, FC_INDEX)) {}
+    bool operator<(const Candidate& other) const {
+        return std::tie(fileName, index, file) < std::tie(other.fileName, other.index, other.file);
+    }
+};
+
+FontSetPtr candidates(FcConfig* config, const CFontCollection& collection) {
+    std::vector<Candidate> found;
+    for (const FcSetName name : {FcSetSystem, FcSetApplication}) {
+        const FcFontSet* const fonts = FcConfigGetFonts(config, name);
+        for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
+            const Candidate candidate(fonts->fonts[i]);
+            if (collection.fontOfFile(candidate.file, candidate.index) != nullptr) {
+                found.push_back(candidate);
+            }
+        }
+    }
+    std::sort(found.begin(), found.end());
+    FontSetPtr set(FcFontSetCreate());
+    if (!set) {
+        throw std::bad_alloc();
+    }
+    for (const Candidate& candidate : found) {
+        FcPatternReference(candidate.pattern);
+        if (!FcFontSetAdd(set.get(), candidate.pattern)) {
+            FcPatternDestroy(candidate.pattern);
+            throw std::bad_alloc();
+        }
+    }
+    return set;
+}
+
+int slantOf(DWRITE_FONT_STYLE style) {
+    switch (style) {
+    case DWRITE_FONT_STYLE_ITALIC:
+        return FC_SLANT_ITALIC;
+    case DWRITE_FONT_STYLE_OBLIQUE:
+        return FC_SLANT_OBLIQUE;
+    default:
+        return FC_SLANT_ROMAN;
+    }
+}
+
+int widthOf(DWRITE_FONT_STRETCH stretch) {
+    constexpr std::array<int, 10> widths = {FC_WIDTH_NORMAL,       FC_WIDTH_ULTRACONDENSED, FC_WIDTH_EXTRACONDENSED,
+                                            FC_WIDTH_CONDENSED,    FC_WIDTH_SEMICONDENSED,  FC_WIDTH_NORMAL,
+                                            FC_WIDTH_SEMIEXPANDED, FC_WIDTH_EXPANDED,       FC_WIDTH_EXTRAEXPANDED,
+                                            FC_WIDTH_ULTRAEXPANDED};
+    const auto index = static_cast<std::size_t>(stretch);
+    return index < widths.size() ? widths[index] : FC_WIDTH_NORMAL;
+}
+
+PatternPtr wish(FcConfig* config, const FallbackKey& key) {
+    PatternPtr pattern(FcPatternCreate());
+    if (!pattern) {
+        throw std::bad_alloc();
+    }
+    FcPatternAddString(pattern.get(), FC_FAMILY, text("sans-serif"));
+    FcPatternAddInteger(pattern.get(), FC_SLANT, slantOf(key.style));
+    FcPatternAddDouble(pattern.get(), FC_WEIGHT, FcWeightFromOpenTypeDouble(static_cast<double>(key.weight)));
+    FcPatternAddInteger(pattern.get(), FC_WIDTH, widthOf(key.stretch));
+    if (!key.language.empty()) {
+        FcPatternAddString(pattern.get(), FC_LANG, text(key.language));
+    }
+    FcConfigSubstitute(config, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    return pattern;
+}
+
+std::string folded(std::string_view family) {
+    const std::string copy(family);
+    struct Free {
+        void operator()(FcChar8* string) const { FcStrFree(string); }
+    };
+    const std::unique_ptr<FcChar8, Free> lower(FcStrDowncase(text(copy)));
+    return lower ? reinterpret_cast<const char*>(lower.get()) : copy;
+}
+
+std::unordered_set<std::string> familiesOf(const FcPattern* pattern) {
+    std::unordered_set<std::string> families;
+    for (int i = 0; !stringOf(pattern, FC_FAMILY, i).empty(); ++i) {
+        families.insert(folded(stringOf(pattern, FC_FAMILY, i)));
+    }
+    return families;
+}
+
+/// Whether the configuration asked for one of the font's families by name.
+bool isPreferred(const FcPattern* font, const std::unordered_set<std::string>& preferred) {
+    for (int i = 0; !stringOf(font, FC_FAMILY, i).empty(); ++i) {
+        if (preferred.contains(folded(stringOf(font, FC_FAMILY, i)))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+FontSetPtr sorted(FcConfig* config, FcFontSet* fonts, FcPattern* pattern) {
+    FcResult result = FcResultMatch;
+    FontSetPtr set(FcFontSetSort(config, &fonts, 1, pattern, FcFalse, nullptr, &result));
+    if (!set) {
+        throw std::bad_alloc();
+    }
+    return set;
+}
+
+} // namespace
+
+const FcCharSet* ListedFont::coverage() const {
+    FcCharSet* set = nullptr;
+    return FcPatternGetCharSet(pattern.get(), FC_CHARSET, 0, &set) == FcResultMatch ? set : nullptr;
+}
+
+const FcLangSet* ListedFont::languages() const {
+    FcLangSet* set = nullptr;
+    return FcPatternGetLangSet(pattern.get(), FC_LANG, 0, &set) == FcResultMatch ? set : nullptr;
+}
+
+bool ListedFont::isMadeFor(const std::string& language) const {
+    struct Market {
+        std::string_view ending;
+        std::string_view languages;
+    };
+    constexpr Market markets[] = {
+        {" JP", "ja"}, {" KR", "ko"}, {" SC", "zh-cn zh-sg"}, {" TC", "zh-tw"}, {" HK", "zh-hk zh-mo"}};
+    const std::string_view family = stringOf(pattern.get(), FC_FAMILY);
+    const auto* const market = std::find_if(std::begin(markets), std::end(markets),
+                                            [family](const Market& m) { return family.ends_with(m.ending); });
+    return market == std::end(markets) || market->languages.find(language) != std::string_view::npos;
+}
+
+std::vector<ListedFont> fontconfigOrder(const CFontCollection& collection, const FallbackKey& key) {
+    const ConfigPtr config(FcConfigReference(nullptr));
+    const FontSetPtr given = candidates(config.get(), collection);
+    if (given->nfont == 0) {
+        return {};
+    }
+    const PatternPtr pattern = wish(config.get(), key);
+    const FontSetPtr set = sorted(config.get(), given.get(), pattern.get());
+    const std::unordered_set<std::string> preferred = familiesOf(pattern.get());
+
+    std::array<std::vector<ListedFont>, 5> groups;
+    for (int i = 0; i < set->nfont; ++i) {
+        FcPattern* const listed = set->fonts[i];
+        const int group = isPreferred(listed, preferred) ? 0 : 1 + oddness(listed);
+        FcPatternReference(listed);
+        groups[static_cast<std::size_t>(group)].push_back(
+            {PatternPtr(listed), collection.fontOfFile(stringOf(listed, FC_FILE), integerOf(listed, FC_INDEX))});
+    }
+    std::vector<ListedFont> order;
+    for (std::vector<ListedFont>& group : groups) {
+        std::move(group.begin(), group.end(), std::back_inserter(order));
+    }
+    return order;
+}
+
+} // namespace platform

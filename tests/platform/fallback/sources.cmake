@@ -1,0 +1,7 @@
+list(APPEND PLATFORM_TESTS
+    fallback/FallbackMapperTest.cpp
+    fallback/FallbackOrderTest.cpp
+    fallback/FallbackScriptsTest.cpp
+    fallback/FontFallbackTest.cpp
+    fallback/LocaleTest.cpp
+    fallback/SimpleCharactersTest.cpp)
