@@ -32,8 +32,10 @@ struct SGlyphRunDesc {
     MbCartPoint baselineOrigin;
     // The token the run comes from, with its text replaced by the run's own.
     render::SRichTextToken token;
-    // One origin per glyph, in the order of the glyphs (reading order). Offsets
-    // that the shaper gave to single glyphs (marks) are contained.
+    // One origin per glyph, in the order of the glyphs (reading order), with the
+    // offsets that the shaper gave to single glyphs (marks). They go from the
+    // baseline origin to the right by the advances in every run: in a right-to-left
+    // run too, whose outlines stand to the left of its baseline origin.
     std::vector<MbCartPoint> glyphOrigins;
     // One entry per character of `text`: the index in `glyphOrigins` of the
     // first glyph of the cluster that the character belongs to. Never decreases.

@@ -52,7 +52,9 @@ public:
     virtual void layout() = 0;
 
     // One rectangle per paragraph, in paragraph order; by glyph clusters: one per
-    // cluster.
+    // cluster, as wide as its text and one unit more, its top one capital size above
+    // the baseline. The rectangle of a cluster without ink (a space) stands 1e300 to
+    // the right, where the empty ink box begins: nothing is to be drawn for it.
     virtual std::vector<MbRect> getRects() const = 0;
 
     // The paragraphs that the rectangles belong to, same order: the document's
