@@ -161,11 +161,14 @@ struct Derivation {
     std::vector<NamePart> removed;
 };
 
-/// Takes the words that state a style off a family name; its first word always stays.
-Derivation deriveFamily(const std::wstring& win32Family) {
+/// Takes the words that state a style off a family name; its first word always stays. A
+/// word of slope goes only where the face does slope: there is a script called Old Italic.
+Derivation deriveFamily(const std::wstring& win32Family, const FaceTraits& stored) {
     Derivation derivation;
+    const bool slopes = stored.style != DWRITE_FONT_STYLE_NORMAL;
     for (NamePart& part : parseName(win32Family)) {
-        if (part.style == nullptr || derivation.family.empty()) {
+        const bool statesStyle = part.style != nullptr && (slopes || !states(part, Aspect::slope));
+        if (!statesStyle || derivation.family.empty()) {
             append(derivation.family, part.text);
         } else {
             derivation.removed.push_back(std::move(part));
@@ -183,15 +186,13 @@ const std::wstring* textFor(const LocalizedNames& names, const std::wstring& loc
     return found != names.end() ? &found->text : preferredName(names);
 }
 
-/// Traits that only the family name's words state.
+/// Adds the weight and stretch that only the family name's words state.
 FaceTraits completeTraits(FaceTraits traits, const std::vector<NamePart>& removed) {
     for (const NamePart& part : removed) {
         if (states(part, Aspect::stretch) && traits.stretch == DWRITE_FONT_STRETCH_NORMAL) {
             traits.stretch = static_cast<DWRITE_FONT_STRETCH>(part.style->value);
         } else if (states(part, Aspect::weight) && traits.weight == DWRITE_FONT_WEIGHT_NORMAL) {
             traits.weight = static_cast<DWRITE_FONT_WEIGHT>(part.style->value);
-        } else if (states(part, Aspect::slope) && traits.style == DWRITE_FONT_STYLE_NORMAL) {
-            traits.style = static_cast<DWRITE_FONT_STYLE>(part.style->value);
         }
     }
     return traits;
@@ -201,7 +202,7 @@ WwsFace deriveFace(const StoredNames& names, const FaceTraits& stored) {
     WwsFace result;
     result.traits = stored;
     for (const LocalizedName& name : names.win32Family) {
-        Derivation derivation = deriveFamily(name.text);
+        Derivation derivation = deriveFamily(name.text, stored);
         const std::wstring* const subfamily = textFor(names.win32Subfamily, name.locale);
         std::wstring face = subfamily != nullptr ? *subfamily : L"Regular";
         if (!derivation.removed.empty()) {

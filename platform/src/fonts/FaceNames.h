@@ -28,8 +28,8 @@ struct StoredNames {
 /// family, else its Win32 family without the words that state weight, width or slope.
 /// The face's name follows from the same source.
 ///
-/// `stored` are the traits its tables state. Where a word had to be taken off the
-/// Win32 family and the tables say nothing of it (old fonts), the word counts.
+/// `stored` are the traits its tables state. Where a word of weight or width had to be
+/// taken off the Win32 family and the tables say nothing of it (old fonts), it counts.
 WwsFace wwsFace(const StoredNames& names, const FaceTraits& stored);
 
 /// Whether an English face name calls the face oblique, not italic.

@@ -72,7 +72,9 @@ DWRITE_FONT_STYLE readStyle(hb_font_t* font, const std::optional<Os2Table>& os2,
         names.typographicSubfamily.empty() ? names.win32Subfamily : names.typographicSubfamily;
     const bool slanted = hasAxis(hb_font_get_face(font), HB_OT_TAG_VAR_AXIS_SLANT) &&
                          hb_style_get_value(font, HB_STYLE_TAG_SLANT_ANGLE) != 0;
-    const bool italic = hb_style_get_value(font, HB_STYLE_TAG_ITALIC) != 0;
+    const bool variableItalic = hasAxis(hb_font_get_face(font), HB_OT_TAG_VAR_AXIS_ITALIC);
+    const bool italic = os2 && !variableItalic ? (os2->selection & Os2Table::selectionItalic) != 0
+                                               : hb_style_get_value(font, HB_STYLE_TAG_ITALIC) != 0;
     const bool oblique = os2 && (os2->selection & Os2Table::selectionOblique) != 0;
     // Before the bit for it existed, fonts said only in their names that they are oblique.
     if (oblique || slanted || (italic && namesOblique(faceNames))) {

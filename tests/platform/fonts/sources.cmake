@@ -1,0 +1,13 @@
+list(APPEND PLATFORM_TESTS
+    fonts/BrokenFontsTest.cpp
+    fonts/FaceNamesTest.cpp
+    fonts/FontCollectionTest.cpp
+    fonts/FontFaceTest.cpp
+    fonts/FontMatchingTest.cpp
+    fonts/FontMetricsTest.cpp
+    fonts/FontNamesTest.cpp
+    fonts/FontThreadsTest.cpp
+    fonts/GlyphRunOutlineTest.cpp
+    fonts/HeadersTest.cpp
+    fonts/SimulatedFontsTest.cpp
+    fonts/VariableFontsTest.cpp)

@@ -1,0 +1,1 @@
+list(APPEND PLATFORM_TESTS support/Fonts.cpp)
