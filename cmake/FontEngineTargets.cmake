@@ -44,8 +44,12 @@ function(fontengine_test NAME)
     target_compile_definitions(${NAME} PRIVATE
         FONTENGINE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests"
         FONTENGINE_TEST_FONTS="${FONTENGINE_TEST_FONTS}")
+    set(_properties ENVIRONMENT "FONTCONFIG_FILE=${FONTENGINE_TEST_FONTCONFIG}" TIMEOUT 300)
+    if(TEST_LABELS)
+        list(APPEND _properties LABELS "${TEST_LABELS}")
+    endif()
     gtest_discover_tests(${NAME}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 120
-        PROPERTIES ENVIRONMENT "FONTCONFIG_FILE=${FONTENGINE_TEST_FONTCONFIG}" LABELS "${TEST_LABELS}" TIMEOUT 300)
+        PROPERTIES ${_properties})
 endfunction()

@@ -2,6 +2,7 @@
 
 #include <Common/Export.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -33,7 +34,8 @@ public:
 
     /// Compares the digits alone, as unsigned bytes from the first on; a proper prefix is less.
     friend bool operator<(const CFractionalIndex& left, const CFractionalIndex& right) noexcept {
-        return left.m_digits < right.m_digits;
+        return std::lexicographical_compare(left.m_digits.begin(), left.m_digits.end(), right.m_digits.begin(),
+                                            right.m_digits.end());
     }
 
 private:
