@@ -17,7 +17,7 @@ TEST(SourcePath, IsRelativeToTheRootWithoutExtension) {
 }
 
 TEST(SourcePath, TurnsBackslashesIntoSlashesAndMatchesTheRootByEither) {
-    constexpr auto path = common::sourcePath("C:\\work\\engine\\FontEngine\\src\\Font.cpp", "C:/work/engine/");
+    constexpr auto path = common::sourcePath("C:\\dev\\engine\\FontEngine\\src\\Font.cpp", "C:/dev/engine/");
     EXPECT_EQ(view(path), "FontEngine/src/Font");
 }
 
