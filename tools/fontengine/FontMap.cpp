@@ -165,4 +165,10 @@ std::wstring FontMap::familyFor(const std::wstring& requested) {
     return m_answers[requested] = std::move(family);
 }
 
+void FontMap::coverBigFont(const std::wstring& bigFont, const std::wstring& family) {
+    if (!bigFont.empty() && m_answers.emplace(bigFont, family).second) {
+        m_replacements.push_back({bigFont, family});
+    }
+}
+
 } // namespace tool

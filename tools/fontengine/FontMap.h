@@ -37,6 +37,11 @@ public:
     // The family to use for `requested`. Remembers each replacement once.
     std::wstring familyFor(const std::wstring& requested);
 
+    // Notes that `family`, and font fallback behind it, stands in for the font of
+    // two-byte characters that a style or a code names beside its own. Does
+    // nothing for an empty name.
+    void coverBigFont(const std::wstring& bigFont, const std::wstring& family);
+
     // What was replaced so far, in the order of first use.
     const std::vector<Replacement>& replacements() const { return m_replacements; }
 

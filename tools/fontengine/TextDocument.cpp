@@ -30,6 +30,10 @@ render::eRichTextParagraphAlignment alignmentOf(const dxf::TextEntity& text) {
     }
 }
 
+bool isShapeFont(const dxf::TextStyle& style) {
+    return style.family.empty() && (style.fontFile.empty() || dxf::foldName(style.fontFile).ends_with(L".shx"));
+}
+
 std::wstring requestedFont(const dxf::TextStyle& style) {
     if (!style.family.empty()) {
         return style.family;
@@ -57,7 +61,13 @@ TextDocument makeTextDocument(const dxf::Drawing& drawing, const dxf::PlacedText
     defaults.tabStopWidth = 4.0F * defaults.capSize;
     defaults.codePage = drawing.codePage;
     defaults.decodeBytes = dxf::decodeBytes;
-    defaults.resolveFont = [&fontMap](const mtext::FontRequest& request) { return fontMap.familyFor(request.name); };
+    defaults.shapeFont = isShapeFont(style);
+    defaults.resolveFont = [&fontMap](const mtext::FontRequest& request) {
+        std::wstring family = fontMap.familyFor(request.name);
+        fontMap.coverBigFont(request.bigFont, family);
+        return family;
+    };
+    fontMap.coverBigFont(style.bigFontFile, defaults.fontFamily);
 
     mtext::Result result =
         text.isParagraphText() ? mtext::parse(text.content, defaults) : mtext::parseText(text.content, defaults);
