@@ -9,6 +9,7 @@
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
 #include "layout/BidiLevels.h"
+#include "layout/Graphemes.h"
 #include "layout/ScriptRuns.h"
 
 namespace platform {
@@ -54,7 +55,8 @@ ItemKind kindOf(char16_t unit) noexcept {
 class Itemizer {
 public:
     Itemizer(const TextBuffer& text, const RangeProperties& properties, bool rightToLeft, std::vector<TextItem>& items)
-        : m_text(text.units()), m_properties(properties), m_base(paragraphLevel(rightToLeft)), m_items(items) {
+        : m_text(text.units()), m_graphemes(text.units()), m_properties(properties),
+          m_base(paragraphLevel(rightToLeft)), m_items(items) {
         std::u16string_view analysed = m_text;
         std::u16string substituted;
         if (properties.hasInlineObjects()) {
@@ -142,11 +144,16 @@ private:
             return end;
         }
         limit = std::min<std::size_t>(limit, currentScript().end);
-        while (end < limit && kindOf(m_text[end]) == kind &&
-               (m_levels.empty() || m_levels[end] == m_levels[m_position])) {
+        while (end < limit && kindOf(m_text[end]) == kind && isAtLevel(end)) {
             ++end;
         }
         return end;
+    }
+
+    /// Whether what is at `position` stays with the item that starts here. Joiners and marks at a line's end have the
+    /// paragraph's level, but they belong to the letter before them all the same.
+    bool isAtLevel(std::size_t position) {
+        return m_levels.empty() || m_levels[position] == m_levels[m_position] || !m_graphemes.isBoundary(position);
     }
 
     const ScriptRun& currentScript() {
@@ -173,6 +180,7 @@ private:
     }
 
     const std::u16string_view m_text;
+    Graphemes m_graphemes;
     const RangeProperties& m_properties;
     const std::uint8_t m_base;
     std::vector<TextItem>& m_items;

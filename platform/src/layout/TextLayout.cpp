@@ -7,12 +7,11 @@
 namespace platform {
 
 CTextLayout::CTextLayout(const WCHAR* text, UINT32 length, const FormatSettings& settings, const Box& box)
-    : m_pipeline(text, length, settings.paragraph, settings.font, box), m_view(*this), m_asFormat(settings) {}
+    : m_pipeline(text, length, settings, box), m_view(*this) {}
 
 HRESULT CTextLayout::QueryInterface(REFIID riid, void** object) {
     if (riid == formatSettingsId) {
-        m_asFormat.paragraph = m_pipeline.settings();
-        *object = &m_asFormat;
+        *object = const_cast<FormatSettings*>(&m_pipeline.format());
         return S_OK;
     }
     if (riid == __uuidof(IDWriteTextFormat)) {

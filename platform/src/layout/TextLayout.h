@@ -84,7 +84,7 @@ public:
 
 protected:
     ParagraphSettings& paragraph() noexcept override { return m_pipeline.settings(); }
-    const FontSettings& font() const noexcept override { return m_asFormat.font; }
+    const FontSettings& font() const noexcept override { return m_pipeline.format().font; }
     void settingsChanged(Change change) noexcept override { redo(change); }
 
 private:
@@ -119,8 +119,6 @@ private:
 
     TextPipeline m_pipeline;
     FormatView m_view;
-    /// The font that the layout was made with; the paragraph settings are filled in for who asks for both.
-    FormatSettings m_asFormat;
 };
 
 } // namespace platform

@@ -32,7 +32,7 @@ HRESULT CTextLayout::SetFontCollection(IDWriteFontCollection* collection, DWRITE
 }
 
 HRESULT CTextLayout::SetFontFamilyName(const WCHAR* name, DWRITE_TEXT_RANGE range) {
-    if (name == nullptr) {
+    if (name == nullptr || !isUtf16(name)) {
         return E_INVALIDARG;
     }
     return guarded([&] { return setStyle(range, &RunStyle::family, makeName(name), TextPipeline::Stage::Shaping); });
@@ -79,7 +79,7 @@ HRESULT CTextLayout::SetTypography(IDWriteTypography* typography, DWRITE_TEXT_RA
 }
 
 HRESULT CTextLayout::SetLocaleName(const WCHAR* name, DWRITE_TEXT_RANGE range) {
-    if (name == nullptr || std::wcslen(name) >= maxLocaleSize) {
+    if (name == nullptr || std::wcslen(name) >= maxLocaleSize || !isUtf16(name)) {
         return E_INVALIDARG;
     }
     return guarded(

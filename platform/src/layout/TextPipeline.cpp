@@ -15,7 +15,7 @@ HRESULT TextPipeline::shape() {
         m_emptySize = style.size;
         return m_emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
     }
-    if (!itemize(m_text, m_properties, m_settings.rightToLeft(), m_shaped.items)) {
+    if (!itemize(m_text, m_properties, settings().rightToLeft(), m_shaped.items)) {
         return DWRITE_E_NOFONT;
     }
     buildClusters(m_text.units(), m_shaped);
@@ -32,15 +32,15 @@ const BreakOpportunities& TextPipeline::opportunities() {
 }
 
 void TextPipeline::breakIntoLines() {
-    const LineBreakSettings settings{m_box.width, m_settings.wordWrapping, m_settings.incrementalTabStop};
+    const LineBreakSettings limits{m_box.width, settings().wordWrapping, settings().incrementalTabStop};
     breakLines(
-        m_text.units(), m_shaped, settings, [this]() -> const BreakOpportunities& { return opportunities(); }, m_lines,
+        m_text.units(), m_shaped, limits, [this]() -> const BreakOpportunities& { return opportunities(); }, m_lines,
         m_reshaped);
-    setLineHeights(shaped(), m_settings, *m_emptyFace, m_emptySize, m_lines);
+    setLineHeights(shaped(), settings(), *m_emptyFace, m_emptySize, m_lines);
 }
 
 void TextPipeline::place() {
-    placeLines(m_text.units(), shaped(), m_lines, m_settings, m_box, m_placement);
+    placeLines(m_text.units(), shaped(), m_lines, settings(), m_box, m_placement);
 }
 
 HRESULT TextPipeline::finish() {

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "layout/BreakOpportunities.h"
+#include "layout/FormatSettings.h"
 #include "layout/LineBreaker.h"
-#include "layout/ParagraphSettings.h"
 #include "layout/Placement.h"
 #include "layout/RangeProperties.h"
 #include "layout/ShapedText.h"
@@ -17,14 +17,15 @@ namespace platform {
 /// that it depends on changes: shaping on fonts, breaking on the box's width and wrapping, placing on the alignments.
 class TextPipeline {
 public:
-    TextPipeline(const WCHAR* text, UINT32 length, const ParagraphSettings& settings, const FontSettings& font,
-                 const Box& box)
-        : m_text(text, length), m_settings(settings), m_properties(font), m_box(box) {}
+    TextPipeline(const WCHAR* text, UINT32 length, const FormatSettings& format, const Box& box)
+        : m_text(text, length), m_format(format), m_properties(format.font), m_box(box) {}
 
     /// What the stages start from. After a change, the first stage that depends on it is named to redo().
     [[nodiscard]] const TextBuffer& text() const noexcept { return m_text; }
-    [[nodiscard]] ParagraphSettings& settings() noexcept { return m_settings; }
-    [[nodiscard]] const ParagraphSettings& settings() const noexcept { return m_settings; }
+    [[nodiscard]] ParagraphSettings& settings() noexcept { return m_format.paragraph; }
+    [[nodiscard]] const ParagraphSettings& settings() const noexcept { return m_format.paragraph; }
+    /// The paragraph settings with the font that the text had at first.
+    [[nodiscard]] const FormatSettings& format() const noexcept { return m_format; }
     [[nodiscard]] RangeProperties& properties() noexcept { return m_properties; }
     [[nodiscard]] const RangeProperties& properties() const noexcept { return m_properties; }
     [[nodiscard]] Box& box() noexcept { return m_box; }
@@ -59,7 +60,7 @@ private:
     void place();
 
     TextBuffer m_text;
-    ParagraphSettings m_settings;
+    FormatSettings m_format;
     RangeProperties m_properties;
     Box m_box;
     Stage m_next = Stage::Shaping;

@@ -1,0 +1,236 @@
+#include <limits>
+
+#include "layout/LayoutTestSupport.h"
+#include "layout/LineBreaker.h"
+
+namespace platform_test {
+namespace {
+
+using Lines = std::vector<std::u16string>;
+
+float widthOf(std::u16string_view text, const FormatOptions& options = {}) {
+    return metricsOf(*makeLayout(text, 0, 0, options)).width;
+}
+
+Lines breakAt(std::u16string_view text, float maxWidth, DWRITE_WORD_WRAPPING wrapping = DWRITE_WORD_WRAPPING_WRAP,
+              FormatOptions options = {}) {
+    options.wrapping = wrapping;
+    return lineTexts(text, *makeLayout(text, maxWidth, 0, options));
+}
+
+TEST(LineBreaking, TextThatFitsStaysOnOneLine) {
+    const float width = widthOf(u"some words here");
+    EXPECT_EQ((Lines{u"some words here"}), breakAt(u"some words here", width));
+}
+
+TEST(LineBreaking, LinesAreExactlyAsWideAsTheBoxAtMost) {
+    const std::u16string text = u"The quick brown fox, AVATAR and To jump; over (lazy) dogs - 0123456789";
+    for (const float size : {7.3F, 10.0F, 13.71F, 33.0F}) {
+        EXPECT_EQ(1U, breakAt(text, widthOf(text, {.size = size}), DWRITE_WORD_WRAPPING_WRAP, {.size = size}).size());
+    }
+}
+
+TEST(LineBreaking, BreaksAfterSpacesWhichStayOnTheirLine) {
+    EXPECT_EQ((Lines{u"some   ", u"words"}), breakAt(u"some   words", widthOf(u"some wo")));
+}
+
+TEST(LineBreaking, AnySpaceThatOverflowsStaysOnTheLineItFollows) {
+    const auto layout = makeLayout(u"word          next", widthOf(u"word "));
+    EXPECT_EQ((std::vector<unsigned>{14, 4}), lineLengths(*layout));
+    EXPECT_EQ(10U, linesOf(*layout)[0].trailingWhitespaceLength);
+    EXPECT_FLOAT_EQ(widthOf(u"word"), metricsOf(*layout).width);
+}
+
+TEST(LineBreaking, LeadingSpacesTakeWidthAndBreakOnlyAtTheirEnd) {
+    EXPECT_EQ((Lines{u"      ", u"word"}), breakAt(u"      word", widthOf(u"wor"), DWRITE_WORD_WRAPPING_WHOLE_WORD));
+}
+
+TEST(LineBreaking, WrapBreaksLongWordsBetweenClusters) {
+    EXPECT_EQ((Lines{u"s", u"t", u"r", u"i", u"n", u"g"}),
+              breakAt(u"string", 5.0F, DWRITE_WORD_WRAPPING_WRAP, {.size = 10.0F}));
+    EXPECT_EQ((Lines{u"a ", u"stri", u"ng"}), breakAt(u"a string", widthOf(u"stri")));
+}
+
+TEST(LineBreaking, EmergencyBreakIsTheSame) {
+    EXPECT_EQ((Lines{u"a ", u"stri", u"ng"}),
+              breakAt(u"a string", widthOf(u"stri"), DWRITE_WORD_WRAPPING_EMERGENCY_BREAK));
+}
+
+TEST(LineBreaking, WholeWordLetsLongWordsOverflow) {
+    EXPECT_EQ((Lines{u"a ", u"string ", u"b"}),
+              breakAt(u"a string b", widthOf(u"stri"), DWRITE_WORD_WRAPPING_WHOLE_WORD));
+    EXPECT_EQ((Lines{u"string\n", u"b"}), breakAt(u"string\nb", widthOf(u"st"), DWRITE_WORD_WRAPPING_WHOLE_WORD));
+}
+
+TEST(LineBreaking, NoWrapBreaksAtNewlinesOnly) {
+    EXPECT_EQ((Lines{u"a string\n", u"b c"}), breakAt(u"a string\nb c", 5.0F, DWRITE_WORD_WRAPPING_NO_WRAP));
+}
+
+TEST(LineBreaking, CharacterBreaksAfterAnyCluster) {
+    EXPECT_EQ((Lines{u"a str", u"ing"}), breakAt(u"a string", widthOf(u"a str"), DWRITE_WORD_WRAPPING_CHARACTER));
+}
+
+TEST(LineBreaking, MaximumWidthZeroSetsNoLimit) {
+    for (const auto wrapping : {DWRITE_WORD_WRAPPING_WRAP, DWRITE_WORD_WRAPPING_EMERGENCY_BREAK,
+                                DWRITE_WORD_WRAPPING_WHOLE_WORD, DWRITE_WORD_WRAPPING_CHARACTER}) {
+        EXPECT_EQ((Lines{u"a string\n", u"b"}), breakAt(u"a string\nb", 0.0F, wrapping));
+    }
+}
+
+TEST(LineBreaking, AWordNeverLosesItsMarks) {
+    EXPECT_EQ((Lines{u"e\u0301", u"e\u0301"}), breakAt(u"e\u0301e\u0301", 1.0F, DWRITE_WORD_WRAPPING_CHARACTER));
+}
+
+TEST(LineBreaking, OpportunitiesAreUnicodes) {
+    const float narrow = 1.0F;
+    const auto words = DWRITE_WORD_WRAPPING_WHOLE_WORD;
+    EXPECT_EQ((Lines{u"well-", u"known"}), breakAt(u"well-known", narrow, words));
+    EXPECT_EQ((Lines{u"a\u2010", u"b\u2013", u"c"}), breakAt(u"a\u2010b\u2013c", narrow, words));
+    EXPECT_EQ((Lines{u"a\u00A0b"}), breakAt(u"a\u00A0b", narrow, words));
+    EXPECT_EQ((Lines{u"a\u200B", u"b"}), breakAt(u"a\u200Bb", narrow, words));
+    EXPECT_EQ((Lines{u"http://", u"host/", u"path"}), breakAt(u"http://host/path", narrow, words));
+    EXPECT_EQ((Lines{u"a", u"\u2014", u"b"}), breakAt(u"a\u2014b", narrow, words));
+    EXPECT_EQ((Lines{u"\u6F22", u"\u5B57\u3002"}), breakAt(u"\u6F22\u5B57\u3002", narrow, words));
+}
+
+TEST(LineBreaking, ThaiBreaksByDictionary) {
+    // "Thai language is easy": two of its words.
+    const Lines lines = breakAt(u"\u0E20\u0E32\u0E29\u0E32\u0E44\u0E17\u0E22", 1.0F, DWRITE_WORD_WRAPPING_WHOLE_WORD);
+    EXPECT_EQ((Lines{u"\u0E20\u0E32\u0E29\u0E32", u"\u0E44\u0E17\u0E22"}), lines);
+}
+
+TEST(LineBreaking, ChangingTheWidthBreaksAnew) {
+    const auto layout = makeLayout(u"some more words", widthOf(u"some more"));
+    EXPECT_EQ(2U, metricsOf(*layout).lineCount);
+    EXPECT_EQ(S_OK, layout->SetMaxWidth(widthOf(u"words")));
+    EXPECT_EQ(3U, metricsOf(*layout).lineCount);
+    EXPECT_EQ(S_OK, layout->SetMaxWidth(0.0F));
+    EXPECT_EQ(1U, metricsOf(*layout).lineCount);
+}
+
+TEST(LineBreaking, WideningNeverAddsLines) {
+    const std::u16string text =
+        u"Notes: all dimensions in mm; see sheet A-101 (rev. 3) for well-known exceptions/details";
+    std::size_t before = text.size();
+    for (float width = 20.0F; width < 900.0F; width += 7.0F) {
+        const std::size_t lines = breakAt(text, width).size();
+        EXPECT_LE(lines, before) << width;
+        before = lines;
+    }
+    EXPECT_EQ(1U, before);
+}
+
+TEST(SoftHyphen, IsInvisibleInsideALine) {
+    const auto layout = makeLayout(u"hy\u00ADphen");
+    EXPECT_FLOAT_EQ(widthOf(u"hy") + widthOf(u"phen"), metricsOf(*layout).width);
+    const auto runs = drawnRuns(*layout);
+    ASSERT_EQ(3U, runs.size());
+    EXPECT_EQ(L"\u00AD", runs[1].text);
+    EXPECT_TRUE(runs[1].glyphs.empty());
+    const auto clusters = clustersOf(*layout);
+    EXPECT_EQ(1U, clusters[2].isSoftHyphen);
+    EXPECT_EQ(0.0F, clusters[2].width);
+    EXPECT_EQ(0U, clusters[1].isSoftHyphen);
+}
+
+TEST(SoftHyphen, ShowsWhereALineBreaksAfterIt) {
+    const float width = widthOf(u"hy\u2010") + 1.0F;
+    const auto layout = makeLayout(u"hy\u00ADphen", width, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
+    EXPECT_EQ((std::vector<unsigned>{3, 4}), lineLengths(*layout));
+    const auto runs = drawnRuns(*layout);
+    const auto hyphen = drawnRuns(*makeLayout(u"\u2010"));
+    ASSERT_LE(2U, runs.size());
+    EXPECT_EQ(hyphen[0].glyphs, std::vector<unsigned>{runs[0].glyphs.back()});
+    EXPECT_FLOAT_EQ(hyphen[0].advance(), clustersOf(*layout)[2].width);
+    // A wider box hides it again.
+    EXPECT_EQ(S_OK, layout->SetMaxWidth(0.0F));
+    EXPECT_EQ(0.0F, clustersOf(*layout)[2].width);
+    EXPECT_FLOAT_EQ(widthOf(u"hyphen"), metricsOf(*layout).width);
+}
+
+TEST(SoftHyphen, DoesNotBreakWhereItsHyphenHasNoRoom) {
+    const float width = widthOf(u"some hy") + 0.5F;
+    const Lines lines = breakAt(u"some hy\u00ADphen", width, DWRITE_WORD_WRAPPING_WHOLE_WORD);
+    EXPECT_EQ(u"some ", lines[0]);
+}
+
+TEST(ClusterMetrics, CoverTheTextAndSayWhatTheyAre) {
+    const auto layout = makeLayout(u"a b-\tc\r\n");
+    const auto clusters = clustersOf(*layout);
+    ASSERT_EQ(7U, clusters.size());
+    unsigned length = 0;
+    for (const DWRITE_CLUSTER_METRICS& cluster : clusters) {
+        length += cluster.length;
+        EXPECT_EQ(0U, cluster.isRightToLeft);
+    }
+    EXPECT_EQ(8U, length);
+    EXPECT_EQ(1U, clusters[1].isWhitespace);
+    EXPECT_EQ(1U, clusters[1].canWrapLineAfter);
+    EXPECT_EQ(0U, clusters[0].canWrapLineAfter);
+    EXPECT_EQ(0U, clusters[0].isWhitespace);
+    EXPECT_EQ(1U, clusters[4].isWhitespace);
+    EXPECT_EQ(0U, clusters[4].isNewline);
+    EXPECT_EQ(1U, clusters[6].isNewline);
+    EXPECT_EQ(1U, clusters[6].isWhitespace);
+    EXPECT_EQ(2U, clusters[6].length);
+    EXPECT_EQ(0.0F, clusters[6].width);
+}
+
+TEST(ClusterMetrics, AZeroWidthSpaceIsNotWhitespace) {
+    const auto clusters = clustersOf(*makeLayout(u"a\u200Bb"));
+    ASSERT_EQ(3U, clusters.size());
+    EXPECT_EQ(0U, clusters[1].isWhitespace);
+    EXPECT_EQ(1U, clusters[1].canWrapLineAfter);
+}
+
+TEST(Tabs, AdvanceToTheNextStopFromTheLinesStart) {
+    const auto layout = makeLayout(u"\ta\tb");
+    EXPECT_EQ(S_OK, layout->SetIncrementalTabStop(100.0F));
+    const auto clusters = clustersOf(*layout);
+    ASSERT_EQ(4U, clusters.size());
+    EXPECT_EQ(100.0F, clusters[0].width);
+    EXPECT_FLOAT_EQ(100.0F, clusters[1].width + clusters[2].width);
+    EXPECT_FLOAT_EQ(200.0F + clusters[3].width, metricsOf(*layout).width);
+    EXPECT_EQ(1U, clusters[0].length);
+    EXPECT_EQ(1U, clusters[0].isWhitespace);
+}
+
+TEST(Tabs, DefaultStopIsFourTimesTheFormatsSize) {
+    EXPECT_FLOAT_EQ(80.0F, clustersOf(*makeLayout(u"\ta"))[0].width);
+}
+
+TEST(Tabs, ATabOnAStopGoesToTheNextOne) {
+    const auto layout = makeLayout(u"\t\ta");
+    EXPECT_EQ(80.0F, clustersOf(*layout)[1].width);
+    EXPECT_FLOAT_EQ(40.0F, platform::tabWidth(40.0F, 40.0F));
+    EXPECT_FLOAT_EQ(40.001F, platform::tabWidth(39.999F, 40.0F));
+    EXPECT_FLOAT_EQ(0.5F, platform::tabWidth(39.5F, 40.0F));
+}
+
+TEST(Tabs, ATabIsARunWithoutGlyphs) {
+    const auto runs = drawnRuns(*makeLayout(u"a\tb"));
+    ASSERT_EQ(3U, runs.size());
+    EXPECT_EQ(L"\t", runs[1].text);
+    EXPECT_TRUE(runs[1].glyphs.empty());
+    EXPECT_FLOAT_EQ(80.0F, runs[2].x);
+}
+
+TEST(Tabs, StartAnewOnEveryLineAndStayWithinTheBox) {
+    const auto layout = makeLayout(u"aaaa\tbbbb", 100.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
+    EXPECT_EQ((std::vector<unsigned>{5, 4}), lineLengths(*layout));
+    EXPECT_LE(metricsOf(*layout).width, 100.0F);
+    EXPECT_EQ(S_OK, layout->SetMaxWidth(60.0F));
+    EXPECT_EQ((std::vector<unsigned>{5, 4}), lineLengths(*layout));
+    EXPECT_LE(metricsOf(*layout).width, 60.0F);
+}
+
+TEST(Tabs, StopsThatAreNoNumbersGiveTabsWithoutWidth) {
+    const auto layout = makeLayout(u"a\tb", 0, 0);
+    EXPECT_EQ(S_OK, layout->SetIncrementalTabStop(std::numeric_limits<float>::infinity()));
+    EXPECT_EQ(0.0F, clustersOf(*layout)[1].width);
+    EXPECT_EQ(S_OK, layout->SetIncrementalTabStop(std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_EQ(0.0F, clustersOf(*layout)[1].width);
+}
+
+} // namespace
+} // namespace platform_test
