@@ -56,7 +56,9 @@ bool PairReader::fill() {
     if (!m_input.good()) {
         return false;
     }
-    std::memmove(m_buffer.data(), m_buffer.data() + m_position, m_size - m_position);
+    if (m_position > 0) {
+        std::memmove(m_buffer.data(), m_buffer.data() + m_position, m_size - m_position);
+    }
     m_base += m_position;
     m_size -= m_position;
     m_position = 0;
