@@ -1,0 +1,94 @@
+// How fast paragraphs are laid out, beside HarfBuzz shaping the same text in the same run.
+
+#include <algorithm>
+#include <deque>
+#include <iostream>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+#include "Layouter.h"
+#include "RatioReporter.h"
+#include "RawShaper.h"
+
+namespace {
+
+using bench::Question;
+using bench::Sums;
+
+struct Prepared {
+    bench::Texts texts;
+    std::vector<std::u16string> units;
+};
+
+std::deque<Prepared> prepare() {
+    std::deque<Prepared> prepared;
+    for (bench::Texts& texts : bench::allTexts()) {
+        Prepared& one = prepared.emplace_back();
+        for (const std::wstring& paragraph : texts.paragraphs) {
+            std::u16string units;
+            std::transform(paragraph.begin(), paragraph.end(), std::back_inserter(units),
+                           [](wchar_t unit) { return static_cast<char16_t>(unit); });
+            one.units.push_back(std::move(units));
+        }
+        one.texts = std::move(texts);
+    }
+    return prepared;
+}
+
+/// One iteration lays the whole corpus out; sums of the last one are reported, so that the two ways can be compared.
+template <typename Ask>
+void run(benchmark::State& state, std::size_t paragraphs, Ask ask) {
+    Sums sums;
+    for ([[maybe_unused]] auto iteration : state) {
+        sums = {};
+        for (std::size_t i = 0; i < paragraphs; ++i) {
+            ask(i, sums);
+        }
+        benchmark::DoNotOptimize(sums);
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(paragraphs) * state.iterations());
+    state.counters["width"] = sums.width;
+    state.counters["glyphs"] = static_cast<double>(sums.glyphs);
+}
+
+void registerAll(const std::deque<Prepared>& corpora, const bench::Layouter& layouter, bench::RawShaper& raw) {
+    for (const Prepared& corpus : corpora) {
+        for (const Question question : bench::questions) {
+            const std::string name = corpus.texts.name + "/" + std::string(bench::nameOf(question)) + "/";
+            const std::size_t count = corpus.units.size();
+            const auto ours = [&corpus, &layouter, question](std::size_t i, Sums& sums) {
+                layouter.ask(question, corpus.texts.paragraphs[i], corpus.texts.wrapWidth, sums);
+            };
+            const auto bare = [&corpus, &raw, question](std::size_t i, Sums& sums) {
+                raw.ask(question, corpus.units[i], sums);
+            };
+            const auto add = [count](const std::string& benchmarkName, auto ask) {
+                benchmark::RegisterBenchmark(benchmarkName.c_str(),
+                                             [count, ask](benchmark::State& state) { run(state, count, ask); })
+                    ->Unit(benchmark::kMillisecond)
+                    ->MinTime(0.2)
+                    ->Repetitions(5)
+                    ->ReportAggregatesOnly(false);
+            };
+            add(name + "raw", bare);
+            add(name + "engine", ours);
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    const std::deque<Prepared> corpora = prepare();
+    const bench::Layouter layouter;
+    bench::RawShaper raw;
+    registerAll(corpora, layouter, raw);
+    bench::RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}
