@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <type_traits>
 #include <utility>
 
 namespace oslayer {
@@ -101,3 +102,13 @@ private:
 };
 
 } // namespace oslayer
+
+#if defined(__MINGW32__)
+/// MinGW's __uuidof looks interfaces up by type and knows plain pointers to them; for compilers that have __uuidof
+/// built in, the interface a template is made for counts too. This gives smart pointers the same meaning here.
+template <class Pointer>
+requires std::is_same_v<Pointer, oslayer::com_ptr<typename Pointer::value_type>>
+constexpr const GUID& __mingw_uuidof() {
+    return __mingw_uuidof<typename Pointer::value_type>();
+}
+#endif

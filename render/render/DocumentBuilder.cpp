@@ -1,6 +1,7 @@
 #include <render/RichTextDocument.h>
 
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace render {
@@ -11,11 +12,11 @@ using Paragraphs = common::OrderedContainer<CRichTextParagraph>;
 
 constexpr std::uint32_t opaqueBlack = 0xFF000000;
 
-/// The last bytes of `number`, most significant first.
-template <class Byte>
-void writeBigEndian(std::uint64_t number, Byte* bytes, std::size_t count) {
-    for (std::size_t i = count; i > 0; --i) {
-        bytes[i - 1] = static_cast<Byte>(number & 0xFF);
+/// Fills `bytes` with the last bytes of `number`, most significant first.
+template <class Bytes>
+void writeBigEndian(std::uint64_t number, Bytes& bytes) {
+    for (auto byte = std::rbegin(bytes); byte != std::rend(bytes); ++byte) {
+        *byte = static_cast<std::uint8_t>(number & 0xFF);
         number >>= 8;
     }
 }
@@ -23,7 +24,7 @@ void writeBigEndian(std::uint64_t number, Byte* bytes, std::size_t count) {
 /// A key that sorts by `number`, which starts at 1: none is nil.
 common::UUID keyOf(std::uint64_t number) {
     common::UUID key;
-    writeBigEndian(number, key.data4, sizeof(key.data4));
+    writeBigEndian(number, key.data4);
     return key;
 }
 
@@ -71,7 +72,7 @@ CRichTextDocument makeDocument(std::vector<CRichTextParagraph> paragraphs) {
     for (CRichTextParagraph& paragraph : paragraphs) {
         ++number;
         std::vector<std::uint8_t> digits(digitCount);
-        writeBigEndian(number, digits.data(), digitCount);
+        writeBigEndian(number, digits);
         // Keys ascend, so each goes to the end.
         items.emplace_hint(items.end(), keyOf(number), std::move(paragraph));
         positions.emplace_hint(positions.end(), keyOf(number), common::CFractionalIndex(std::move(digits)));
