@@ -193,6 +193,9 @@ TEST_F(TextMetrics, PiecesOfAOneLineTextHaveTheirExactRanges) {
     other.names = {L"Other"};
     for (fake::FontSpec& font : other.fonts)
         font.win32FamilyNames = {L"Other"};
+    // These two belong to the platform that is about to be reset.
+    service.reset();
+    engine.reset();
     fake::platform().reset();
     fake::platform().families.push_back(other);
     fake::platform().mapCharacters = [](std::wstring_view, uint32_t position, uint32_t length) {
@@ -204,9 +207,6 @@ TEST_F(TextMetrics, PiecesOfAOneLineTextHaveTheirExactRanges) {
     EXPECT_THAT(
         fake::platform().callsTo("Layout.SetFontFamilyName"),
         ElementsAre("Layout.SetFontFamilyName(\"Other\", [0, 2])", "Layout.SetFontFamilyName(\"Sans\", [2, 3])"));
-    // These two belong to the platform that was reset.
-    service.release();
-    engine.release();
 }
 
 TEST_F(TextMetrics, AnEmptyOneLineTextWithoutFontFallbackHasARangeOfLengthZero) {
