@@ -2,167 +2,174 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+
+#include "layout/ClusterStream.h"
 
 namespace platform {
 
 namespace {
 
-constexpr UINT32 none = 0xFFFFFFFF;
-
 class LineBreaker {
 public:
-    LineBreaker(std::u16string_view text, ShapedText& shaped, const LineBreakSettings& settings,
+    LineBreaker(ClusterStream stream, const LineBreakSettings& settings,
                 const std::function<const BreakOpportunities&()>& opportunities, std::vector<Line>& lines)
-        : m_text(text), m_shaped(shaped), m_clusters(shaped.clusters), m_count(shaped.clusterCount()),
-          m_settings(settings), m_findOpportunities(opportunities), m_lines(lines) {
+        : m_stream(std::move(stream)), m_settings(settings), m_findOpportunities(opportunities), m_lines(lines) {
         m_isLimited = settings.wrapping != DWRITE_WORD_WRAPPING_NO_WRAP && settings.maxWidth > 0.0F &&
                       std::isfinite(settings.maxWidth);
     }
 
     void run() {
-        hideHyphens();
-        UINT32 start = 0;
         bool endsWithNewline = true;
-        while (start < m_count) {
-            const UINT32 end = findEnd(start);
-            finish(start, end);
+        while (m_stream.size() > 0) {
+            finish(m_stream.take(findFittingEnd()));
             endsWithNewline = m_lines.back().newlineLength > 0;
-            start = end;
         }
         if (endsWithNewline) {
             Line& line = m_lines.emplace_back();
-            line.clusterBegin = line.clusterEnd = line.trailingBegin = m_count;
+            line.clusterBegin = line.clusterEnd = line.trailingBegin = m_stream.taken().clusterCount();
             line.endsParagraph = true;
         }
     }
 
 private:
-    /// An earlier width may have made hyphens show.
-    void hideHyphens() {
-        for (UINT32 i = 0; i < m_count; ++i) {
-            if (m_clusters[i].has(Cluster::SoftHyphen)) {
-                m_clusters[i].width = 0.0F;
-            }
-        }
-    }
-
     /// The width of a hyphen that would show at the end of a line that ends before cluster `end`; 0 if none would.
-    float hyphenWidth(UINT32 end) const {
-        const Cluster& last = m_clusters[end - 1];
-        const bool isHyphen = last.has(Cluster::SoftHyphen) && last.glyphStart < m_shaped.glyphEnd(end - 1);
-        return isHyphen ? m_shaped.advances[last.glyphStart] : 0.0F;
+    float hyphenWidth(UINT32 end) {
+        return m_stream.at(end - 1).has(Cluster::SoftHyphen) ? m_stream.glyphAdvance(end - 1) : 0.0F;
     }
 
-    float widthAt(UINT32 cluster, float x) {
-        Cluster& at = m_clusters[cluster];
-        if (at.has(Cluster::Tab)) {
-            at.width = tabWidth(x, m_settings.tabStop);
+    /// The width of a cluster at `x` from its line's start.
+    float widthAt(Cluster& cluster, float x) const {
+        if (cluster.has(Cluster::Tab)) {
+            cluster.width = tabWidth(x, m_settings.tabStop);
             if (m_isLimited) {
                 // A tab never leaves the box: what follows it starts the next line.
-                at.width = std::min(at.width, std::max(0.0F, m_settings.maxWidth - x));
+                cluster.width = std::min(cluster.width, std::max(0.0F, m_settings.maxWidth - x));
             }
         }
-        return at.width;
+        return cluster.width;
     }
 
-    /// The end of the line that starts at cluster `start`.
-    UINT32 findEnd(UINT32 start) {
+    float widthUpTo(UINT32 end) {
         float x = 0.0F;
-        for (UINT32 i = start; i < m_count; ++i) {
-            const Cluster& cluster = m_clusters[i];
+        for (UINT32 i = 0; i < end; ++i) {
+            x += widthAt(m_stream.at(i), x);
+        }
+        return x;
+    }
+
+    /// The end of the next line, in clusters from its start. A line whose end takes another shape there may get too
+    /// wide; it then ends at the opportunity before, if there is one.
+    UINT32 findFittingEnd() {
+        UINT32 end = findEnd();
+        while (m_isLimited && end > 1 && m_stream.changesShapes(end)) {
+            UINT32 changed = 0;
+            const float reshaped = m_stream.reshapedWidth(end, changed);
+            if (widthUpTo(changed) + reshaped <= m_settings.maxWidth) {
+                break;
+            }
+            const UINT32 earlier = breakOverflow(end - 1);
+            if (earlier >= end) {
+                break;
+            }
+            end = earlier;
+        }
+        return end;
+    }
+
+    UINT32 findEnd() {
+        float x = 0.0F;
+        const UINT32 count = m_stream.size();
+        for (UINT32 i = 0; i < count; ++i) {
+            Cluster& cluster = m_stream.at(i);
+            if (cluster.has(Cluster::SoftHyphen)) {
+                // An earlier width may have made it show.
+                cluster.width = 0.0F;
+            }
+            if (cluster.has(Cluster::MustBreakBefore) && i > 0) {
+                return i;
+            }
             if (cluster.has(Cluster::Newline) || cluster.has(Cluster::MustBreakAfter)) {
                 return i + 1;
             }
-            if (cluster.has(Cluster::MustBreakBefore) && i > start) {
-                return i;
-            }
-            const float width = widthAt(i, x);
+            const float width = widthAt(cluster, x);
             const bool canOverflow = !cluster.has(Cluster::Hanging) && !cluster.has(Cluster::Tab);
             if (m_isLimited && canOverflow && x + width > m_settings.maxWidth) {
-                return breakOverflow(start, i);
+                return breakOverflow(i);
             }
             x += width;
         }
-        return m_count;
+        return count;
     }
 
     /// The end of a line whose clusters before `overflow` fit.
-    UINT32 breakOverflow(UINT32 start, UINT32 overflow) {
+    UINT32 breakOverflow(UINT32 overflow) {
         if (m_settings.wrapping == DWRITE_WORD_WRAPPING_CHARACTER) {
-            return std::max(overflow, start + 1);
+            return std::max(overflow, 1U);
         }
-        for (UINT32 end = overflow; end > start; --end) {
-            if (canBreakBefore(end) && hyphenFits(start, end)) {
+        for (UINT32 end = overflow; end > 0; --end) {
+            if (canBreakBefore(end) && hyphenFits(end)) {
                 return end;
             }
         }
         if (m_settings.wrapping != DWRITE_WORD_WRAPPING_WHOLE_WORD) {
-            return std::max(overflow, start + 1);
+            return std::max(overflow, 1U);
         }
-        for (UINT32 end = overflow + 1; end < m_count; ++end) {
-            const bool mustBreak = m_clusters[end - 1].has(Cluster::Newline) ||
-                                   m_clusters[end - 1].has(Cluster::MustBreakAfter) ||
-                                   m_clusters[end].has(Cluster::MustBreakBefore);
-            if (mustBreak || (canBreakBefore(end) && !m_clusters[end].has(Cluster::Newline))) {
+        for (UINT32 end = overflow + 1; end < m_stream.size(); ++end) {
+            const Cluster& last = m_stream.at(end - 1);
+            if (last.has(Cluster::Newline) || last.has(Cluster::MustBreakAfter) ||
+                m_stream.at(end).has(Cluster::MustBreakBefore) || canBreakBefore(end)) {
                 return end;
             }
         }
-        return m_count;
+        return m_stream.size();
     }
 
     bool canBreakBefore(UINT32 cluster) {
         if (m_opportunities == nullptr) {
             m_opportunities = &m_findOpportunities();
         }
-        return (*m_opportunities)[m_clusters[cluster].textStart];
+        return (*m_opportunities)[m_stream.at(cluster).textStart];
     }
 
     /// Whether a line that ends before cluster `end` has room for the hyphen that such an end shows.
-    bool hyphenFits(UINT32 start, UINT32 end) {
+    bool hyphenFits(UINT32 end) {
         const float hyphen = hyphenWidth(end);
-        if (hyphen == 0.0F) {
-            return true;
-        }
-        float x = 0.0F;
-        for (UINT32 i = start; i < end; ++i) {
-            x += widthAt(i, x);
-        }
-        return x + hyphen <= m_settings.maxWidth;
+        return hyphen == 0.0F || widthUpTo(end) + hyphen <= m_settings.maxWidth;
     }
 
-    void finish(UINT32 start, UINT32 end) {
+    void finish(const ClusterStream::Taken& taken) {
+        ShapedText& shaped = m_stream.taken();
         Line& line = m_lines.emplace_back();
-        line.clusterBegin = start;
-        line.clusterEnd = end;
-        const bool endsWithNewline = m_clusters[end - 1].has(Cluster::Newline);
-        line.newlineLength = endsWithNewline ? m_shaped.textLength(end - 1) : 0;
-        line.endsParagraph = endsWithNewline || end == m_count;
-        if (!line.endsParagraph && hyphenWidth(end) > 0.0F) {
-            m_clusters[end - 1].width = hyphenWidth(end);
+        line.clusterBegin = taken.begin;
+        line.clusterEnd = taken.end;
+        Cluster& last = shaped.clusters[taken.end - 1];
+        const bool endsWithNewline = last.has(Cluster::Newline);
+        line.newlineLength = endsWithNewline ? shaped.textLength(taken.end - 1) : 0;
+        line.endsParagraph = endsWithNewline || m_stream.size() == 0;
+        if (!line.endsParagraph && last.has(Cluster::SoftHyphen) && last.glyphStart < shaped.glyphEnd(taken.end - 1)) {
+            last.width = shaped.advances[last.glyphStart];
             line.showsHyphen = true;
         }
-        line.trailingBegin = end;
-        while (line.trailingBegin > start && m_clusters[line.trailingBegin - 1].has(Cluster::Hanging)) {
+        line.trailingBegin = taken.end;
+        while (line.trailingBegin > taken.begin && shaped.clusters[line.trailingBegin - 1].has(Cluster::Hanging)) {
             --line.trailingBegin;
         }
         // Summed as the test for room sums, so that a box as wide as its text holds it.
         float x = 0.0F;
-        for (UINT32 i = start; i < end; ++i) {
+        for (UINT32 i = taken.begin; i < taken.end; ++i) {
             if (i == line.trailingBegin) {
                 line.width = x;
             }
-            x += widthAt(i, x);
+            x += widthAt(shaped.clusters[i], x);
         }
         line.fullWidth = x;
-        if (line.trailingBegin == end) {
+        if (line.trailingBegin == taken.end) {
             line.width = x;
         }
     }
 
-    std::u16string_view m_text;
-    ShapedText& m_shaped;
-    std::vector<Cluster>& m_clusters;
-    const UINT32 m_count;
+    ClusterStream m_stream;
     const LineBreakSettings& m_settings;
     const std::function<const BreakOpportunities&()>& m_findOpportunities;
     const BreakOpportunities* m_opportunities = nullptr;
@@ -187,7 +194,7 @@ void breakLines(std::u16string_view text, ShapedText& shaped, const LineBreakSet
                 ShapedText& reshaped) {
     lines.clear();
     reshaped = ShapedText();
-    LineBreaker(text, shaped, settings, opportunities, lines).run();
+    LineBreaker(ClusterStream(text, shaped, reshaped), settings, opportunities, lines).run();
 }
 
 } // namespace platform

@@ -95,6 +95,9 @@ struct ShapedText {
     }
     [[nodiscard]] UINT32 glyphEnd(UINT32 cluster) const noexcept { return clusters[cluster + 1].glyphStart; }
 
+    /// Appends clusters [begin, end) of another text with their glyphs. A part of an item becomes an item of its own.
+    void append(const ShapedText& other, UINT32 begin, UINT32 end);
+
     /// The item that holds `cluster`, found in logarithmic time.
     [[nodiscard]] UINT32 itemOf(UINT32 cluster) const noexcept;
     /// The cluster that holds text position `position` of a text that is not empty; the last one for positions past the

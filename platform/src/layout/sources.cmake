@@ -4,6 +4,7 @@ list(APPEND PLATFORM_SOURCES
     src/layout/BreakIterator.cpp
     src/layout/BreakOpportunities.cpp
     src/layout/ClusterBuilder.cpp
+    src/layout/ClusterStream.cpp
     src/layout/Decorations.cpp
     src/layout/Drawing.cpp
     src/layout/FormatSettings.cpp

@@ -1,10 +1,15 @@
 list(APPEND PLATFORM_TESTS
     layout/AlignmentTest.cpp
+    layout/BreaksAndShapesTest.cpp
     layout/DrawTest.cpp
     layout/FactoryTest.cpp
+    layout/HitTestTest.cpp
+    layout/InlineObjectTest.cpp
     layout/LayoutTestSupport.cpp
+    layout/LimitsTest.cpp
     layout/LineBreakingTest.cpp
     layout/MetricsTest.cpp
     layout/RangePropertiesTest.cpp
     layout/RunsTest.cpp
+    layout/ShaperTest.cpp
     layout/TextFormatTest.cpp)
