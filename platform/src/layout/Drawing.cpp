@@ -86,6 +86,10 @@ private:
     }
 
     HRESULT drawPiece(const LinePiece& piece) {
+        if (piece.isTrimmed) {
+            addSign(piece);
+            return S_OK;
+        }
         const TextItem& item = m_shaped.items[piece.item];
         // The side that the piece's next run starts at.
         float x = m_originX + (piece.isRightToLeft() ? piece.left + piece.width : piece.left);
@@ -224,6 +228,16 @@ private:
         item.object->GetMetrics(&metrics);
         m_objects.push_back(
             {item.object, run.style->effect.get(), piece.isRightToLeft(), left, m_baseline - metrics.baseline});
+    }
+
+    void addSign(const LinePiece& piece) {
+        IDWriteInlineObject* sign = m_pipeline.settings().trimmingSign.get();
+        DWRITE_INLINE_OBJECT_METRICS metrics{};
+        if (sign != nullptr) {
+            sign->GetMetrics(&metrics);
+            m_objects.push_back(
+                {sign, nullptr, piece.isRightToLeft(), m_originX + piece.left, m_baseline - metrics.baseline});
+        }
     }
 
     HRESULT drawObjects() {

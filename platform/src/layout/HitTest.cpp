@@ -19,6 +19,7 @@ struct ClusterBox {
     float width = 0.0F;
     std::uint8_t level = 0;
     bool isText = true;
+    bool isTrimmed = false;
 
     [[nodiscard]] bool isRightToLeft() const noexcept { return (level & 1) != 0; }
 };
@@ -34,7 +35,7 @@ std::vector<ClusterBox> boxesOf(const TextPipeline& pipeline, std::size_t line) 
         const std::size_t first = boxes.size();
         for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {
             const bool isText = pipeline.shaped().items[piece.item].kind != ItemKind::Object;
-            boxes.push_back({i, 0.0F, placedWidth(pipeline, line, i), piece.level, isText});
+            boxes.push_back({i, 0.0F, placedWidth(pipeline, line, i), piece.level, isText, piece.isTrimmed});
         }
         if (piece.isRightToLeft()) {
             std::reverse(boxes.begin() + static_cast<std::ptrdiff_t>(first), boxes.end());
@@ -91,6 +92,7 @@ DWRITE_HIT_TEST_METRICS describe(const TextPipeline& pipeline, std::size_t line,
     metrics.width = box.width;
     metrics.bidiLevel = box.level;
     metrics.isText = box.isText ? TRUE : FALSE;
+    metrics.isTrimmed = box.isTrimmed ? TRUE : FALSE;
     return metrics;
 }
 
@@ -132,7 +134,7 @@ Caret caretAtEnd(const TextPipeline& pipeline) {
 
 /// Whether the box `next` to the right of `box` covers the text next to it, in the same direction.
 bool continues(const DWRITE_HIT_TEST_METRICS& box, const DWRITE_HIT_TEST_METRICS& next) {
-    if (box.bidiLevel != next.bidiLevel || box.isText != next.isText) {
+    if (box.bidiLevel != next.bidiLevel || box.isText != next.isText || box.isTrimmed != next.isTrimmed) {
         return false;
     }
     return (box.bidiLevel & 1) != 0 ? next.textPosition + next.length == box.textPosition

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <string>
 
+#include <unicode/uchar.h>
+
 #include "fallback/FallbackMapper.h"
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
@@ -39,6 +41,14 @@ BaseFont findBaseFont(const RunStyle& style) {
 
 constexpr bool isControl(char16_t unit) noexcept {
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+}
+
+/// Shaping takes quadratic time in the number of marks on one base. No language comes near this many.
+constexpr std::size_t maxMarks = 1000;
+constexpr char16_t firstMark = 0x300;
+
+bool isMark(char16_t unit) {
+    return u_hasBinaryProperty(unit, UCHAR_GRAPHEME_EXTEND) != 0;
 }
 
 ItemKind kindOf(char16_t unit) noexcept {
@@ -144,7 +154,9 @@ private:
             return end;
         }
         limit = std::min<std::size_t>(limit, currentScript().end);
-        while (end < limit && kindOf(m_text[end]) == kind && isAtLevel(end)) {
+        std::size_t marks = 0;
+        while (end < limit && kindOf(m_text[end]) == kind && isAtLevel(end) && marks < maxMarks) {
+            marks = m_text[end] >= firstMark && isMark(m_text[end]) ? marks + 1 : 0;
             ++end;
         }
         return end;

@@ -27,6 +27,11 @@ struct Line {
     bool endsParagraph = false;
     /// The line breaks after a soft hyphen, its last cluster before whitespace, which shows.
     bool showsHyphen = false;
+    /// The line was cut to its box: the sign for trimmed text stands where these clusters would.
+    bool isTrimmed = false;
+    UINT32 trimBegin = 0;
+    UINT32 trimEnd = 0;
+    float signWidth = 0.0F;
 };
 
 /// What line breaking depends on besides the shaped text.

@@ -12,6 +12,8 @@ struct LinePiece {
     UINT32 clusterBegin = 0;
     UINT32 clusterEnd = 0;
     std::uint8_t level = 0;
+    /// The clusters are trimmed away; the trimming sign stands in their place.
+    bool isTrimmed = false;
     /// Relative to the layout's box.
     float left = 0.0F;
     float width = 0.0F;
@@ -25,7 +27,8 @@ struct LinePiece {
 /// of the paragraph have.
 void findPieces(const TextPipeline& pipeline, std::size_t index, std::vector<LinePiece>& pieces);
 
-/// The width of a cluster as it stands on its line: stretched if the line is.
+/// The width of a cluster as it stands on its line: stretched if the line is, that of the trimming sign for the first
+/// of the clusters that it stands for, and none for the others.
 float placedWidth(const TextPipeline& pipeline, std::size_t line, UINT32 cluster);
 
 } // namespace platform

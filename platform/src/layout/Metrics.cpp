@@ -63,6 +63,9 @@ struct InkBox {
 
 /// Adds the ink of a piece of a line.
 void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePiece& piece, InkBox& ink) {
+    if (piece.isTrimmed) {
+        return;
+    }
     const ShapedText& shaped = pipeline.shaped();
     const TextItem& item = shaped.items[piece.item];
     const Line& line = pipeline.lines()[index];
@@ -122,6 +125,7 @@ HRESULT lineMetrics(const TextPipeline& pipeline, DWRITE_LINE_METRICS* metrics, 
         one.newlineLength = line.newlineLength;
         one.height = line.height;
         one.baseline = line.baseline;
+        one.isTrimmed = line.isTrimmed ? TRUE : FALSE;
     }
     return copyOut(all, metrics, maxCount, count);
 }

@@ -1,8 +1,11 @@
 #include "layout/TextPipeline.h"
 
+#include <functional>
+
 #include "layout/ClusterBuilder.h"
 #include "layout/Itemizer.h"
 #include "layout/LineHeights.h"
+#include "layout/Trimming.h"
 
 namespace platform {
 
@@ -33,9 +36,11 @@ const BreakOpportunities& TextPipeline::opportunities() {
 
 void TextPipeline::breakIntoLines() {
     const LineBreakSettings limits{m_box.width, settings().wordWrapping, settings().incrementalTabStop};
-    breakLines(
-        m_text.units(), m_shaped, limits, [this]() -> const BreakOpportunities& { return opportunities(); }, m_lines,
-        m_reshaped);
+    const std::function<const BreakOpportunities&()> ask = [this]() -> const BreakOpportunities& {
+        return opportunities();
+    };
+    breakLines(m_text.units(), m_shaped, limits, ask, m_lines, m_reshaped);
+    trimLines(m_text.units(), shaped(), settings(), m_box.width, ask, m_lines);
     setLineHeights(shaped(), settings(), *m_emptyFace, m_emptySize, m_lines);
 }
 

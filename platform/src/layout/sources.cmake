@@ -28,4 +28,5 @@ list(APPEND PLATFORM_SOURCES
     src/layout/TextLayout.cpp
     src/layout/TextLayoutStyles.cpp
     src/layout/TextPipeline.cpp
+    src/layout/Trimming.cpp
     src/layout/Typography.cpp)

@@ -44,13 +44,22 @@ TEST(Limits, AHundredThousandLines) {
 }
 
 TEST(Limits, AClusterLongerThanItsMetricsCanSayIsReportedInParts) {
-    const auto layout = makeLayout(u"a" + std::u16string(70000, u'\u0301') + u"b");
+    Picture picture;
+    const auto layout = makeLayout(u"a" + std::u16string(70000, u'#') + u"b");
+    EXPECT_EQ(S_OK, layout->SetInlineObject(&picture, {1, 70000}));
     const auto clusters = clustersOf(*layout);
-    ASSERT_EQ(3U, clusters.size());
-    EXPECT_EQ(65535U, clusters[0].length);
-    EXPECT_EQ(70001U - 65535U, clusters[1].length);
-    EXPECT_EQ(0.0F, clusters[1].width);
-    EXPECT_FALSE(draw(*layout).empty());
+    ASSERT_EQ(4U, clusters.size());
+    EXPECT_EQ(65535U, clusters[1].length);
+    EXPECT_EQ(30.0F, clusters[1].width);
+    EXPECT_EQ(70000U - 65535U, clusters[2].length);
+    EXPECT_EQ(0.0F, clusters[2].width);
+    EXPECT_EQ(3U, draw(*layout).size());
+}
+
+TEST(Limits, MarksWithoutEndAreShapedInParts) {
+    const auto layout = makeLayout(u"a" + std::u16string(20000, u'\u0301') + u"b");
+    EXPECT_FLOAT_EQ(metricsOf(*makeLayout(u"ab")).width, metricsOf(*layout).width);
+    EXPECT_LT(20U, clustersOf(*layout).size());
 }
 
 TEST(Limits, ThreadsLayOutAtOnce) {

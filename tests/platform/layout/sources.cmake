@@ -9,7 +9,9 @@ list(APPEND PLATFORM_TESTS
     layout/LimitsTest.cpp
     layout/LineBreakingTest.cpp
     layout/MetricsTest.cpp
+    layout/NoFontsTest.cpp
     layout/RangePropertiesTest.cpp
     layout/RunsTest.cpp
     layout/ShaperTest.cpp
-    layout/TextFormatTest.cpp)
+    layout/TextFormatTest.cpp
+    layout/TrimmingTest.cpp)
