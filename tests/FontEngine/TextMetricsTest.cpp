@@ -306,9 +306,9 @@ TEST_F(TextMetrics, SumsOfBoxesAreSinglePrecision) {
         metrics.height = layout.text == L"a" ? 16777216.0f : 1.0f;
         return metrics;
     };
-    const std::vector<MbRect> stacked = service->getParagraphRects(makeSansDocument({L"a", L"b", L"c"}), 0, 0);
-    // 2^24 + 1 is no float: the third paragraph stands where the second does.
-    EXPECT_EQ(stacked.at(2).ymax, -16777216.0);
+    const std::vector<MbRect> stacked = service->getParagraphRects(makeSansDocument({L"a", L"b", L"c", L"d"}), 0, 0);
+    // 2^24 + 1 is no float: adding 1 after 1 leads nowhere, though 2^24 + 2 is one.
+    EXPECT_EQ(stacked.at(3).ymax, -16777216.0);
 }
 
 TEST_F(TextMetrics, ParagraphBoxesAreStackedDownwards) {
