@@ -49,16 +49,26 @@ void countIgnored(LaidOutDrawing& result, const std::vector<mtext::Diagnostic>& 
     }
 }
 
+// What the reader of contents could not know is laid out after all.
+void dropExpressed(std::vector<mtext::Diagnostic>& diagnostics, const LaidOutText& text) {
+    std::erase_if(diagnostics, [&text](const mtext::Diagnostic& diagnostic) {
+        return (diagnostic.code == mtext::DiagnosticCode::ParagraphIndent && text.indentsExpressed) ||
+               (diagnostic.code == mtext::DiagnosticCode::ParagraphSpacing && text.spacingExpressed);
+    });
+}
+
 std::string nameOf(const dxf::TextEntity& text) {
     return "text at line " + std::to_string(text.line);
 }
 
 // A text that the platform refuses (a height that is not a number, say) must not
 // keep the others from being laid out.
-void layOutOne(Session& session, LaidOutDrawing& result, const dxf::PlacedText& placed, bool alignByInk) {
+void layOutOne(Session& session, LaidOutDrawing& result, const dxf::PlacedText& placed,
+               const TextLayoutOptions& options) {
     TextDocument document = makeTextDocument(result.drawing, placed, session.fontMap());
     try {
-        LaidOutText text = layOutText(session, placed, document, alignByInk);
+        LaidOutText text = layOutText(session, placed, document, options);
+        dropExpressed(document.diagnostics, text);
         for (const LaidOutParagraph& paragraph : text.paragraphs) {
             result.missingGlyphs += paragraph.painted.missingGlyphs;
         }
@@ -75,7 +85,7 @@ void layOutOne(Session& session, LaidOutDrawing& result, const dxf::PlacedText& 
 
 } // namespace
 
-LaidOutDrawing layOutDrawing(Session& session, const std::string& path, bool alignByInk) {
+LaidOutDrawing layOutDrawing(Session& session, const std::string& path, const TextLayoutOptions& options) {
     LaidOutDrawing result;
     result.path = path;
     result.drawing = readDrawingFile(path);
@@ -84,7 +94,7 @@ LaidOutDrawing layOutDrawing(Session& session, const std::string& path, bool ali
     dxf::placeTexts(result.drawing, [&](const dxf::PlacedText& placed) {
         progress.update(++done, 0);
         if (placed.visible) {
-            layOutOne(session, result, placed, alignByInk);
+            layOutOne(session, result, placed, options);
         } else {
             ++result.hiddenTexts;
         }

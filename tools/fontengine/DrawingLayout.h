@@ -41,6 +41,6 @@ struct LaidOutDrawing {
 dxf::Drawing readDrawingFile(const std::string& path);
 
 // Reads a drawing and lays out every visible occurrence of its texts.
-LaidOutDrawing layOutDrawing(Session& session, const std::string& path, bool alignByInk);
+LaidOutDrawing layOutDrawing(Session& session, const std::string& path, const TextLayoutOptions& options);
 
 } // namespace tool

@@ -49,6 +49,22 @@ constexpr std::array builtInRows{
                L"Gulim|Noto Sans CJK KR|DejaVu Sans"},
 };
 
+// Files that are named otherwise than the family they hold.
+constexpr std::array fileRows{
+    BuiltInRow{L"arial|arialbd|ariali|arialbi", L"Arial"},
+    BuiltInRow{L"times|timesbd|timesi|timesbi", L"Times New Roman"},
+    BuiltInRow{L"cour|courbd|couri|courbi", L"Courier New"},
+    BuiltInRow{L"dejavusans|dejavusans-bold|dejavusans-oblique|dejavusans-boldoblique", L"DejaVu Sans"},
+    BuiltInRow{L"dejavusansmono|dejavusansmono-bold", L"DejaVu Sans Mono"},
+    BuiltInRow{L"dejavuserif|dejavuserif-bold|dejavuserif-italic|dejavuserif-bolditalic", L"DejaVu Serif"},
+    BuiltInRow{L"liberationsans-regular|liberationsans-bold|liberationsans-italic|liberationsans-bolditalic",
+               L"Liberation Sans"},
+    BuiltInRow{L"liberationserif-regular|liberationserif-bold|liberationserif-italic|liberationserif-bolditalic",
+               L"Liberation Serif"},
+    BuiltInRow{L"liberationmono-regular|liberationmono-bold|liberationmono-italic|liberationmono-bolditalic",
+               L"Liberation Mono"},
+};
+
 // The family for what no row names.
 constexpr std::array<std::wstring_view, 3> defaultFamilies{L"DejaVu Sans", L"Liberation Sans", L"Noto Sans"};
 
@@ -98,11 +114,15 @@ std::vector<std::wstring> familiesOf(const nlohmann::json& value, const std::str
 } // namespace
 
 FontMap::FontMap(fonts::IFontEngine& engine) : m_engine(engine) {
-    for (const BuiltInRow& row : builtInRows) {
-        for (std::wstring& name : split(row.names)) {
-            m_builtInRows[std::move(name)] = split(row.families);
+    const auto fill = [](Rows& rows, const auto& table) {
+        for (const BuiltInRow& row : table) {
+            for (std::wstring& name : split(row.names)) {
+                rows[std::move(name)] = split(row.families);
+            }
         }
-    }
+    };
+    fill(m_fileRows, fileRows);
+    fill(m_builtInRows, builtInRows);
 }
 
 void FontMap::load(const std::string& path) {
@@ -143,6 +163,9 @@ std::wstring FontMap::replacementFor(const std::wstring& requested) {
     if (isInstalled(requested)) {
         return requested;
     }
+    if (std::wstring family = firstInstalled(m_fileRows, key); !family.empty()) {
+        return family;
+    }
     if (std::wstring family = firstInstalled(m_builtInRows, key); !family.empty()) {
         return family;
     }
@@ -159,7 +182,7 @@ std::wstring FontMap::familyFor(const std::wstring& requested) {
         return answer->second;
     }
     std::wstring family = replacementFor(requested);
-    if (family != requested) {
+    if (family != requested && family != firstInstalled(m_fileRows, keyOf(requested))) {
         m_replacements.push_back({requested, family});
     }
     return m_answers[requested] = std::move(family);

@@ -54,6 +54,7 @@ private:
 
     fonts::IFontEngine& m_engine;
     Rows m_userRows;
+    Rows m_fileRows;
     Rows m_builtInRows;
     std::map<std::wstring, std::wstring> m_answers;
     std::vector<Replacement> m_replacements;

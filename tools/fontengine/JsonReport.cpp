@@ -56,6 +56,18 @@ std::string hexadecimal(std::uint64_t handle) {
     return text;
 }
 
+// A cluster without ink has no rectangle: nothing is to be drawn for it.
+Json toJson(const LaidOutCluster& cluster) {
+    Json json;
+    json["text"] = common::utf8FromWide(cluster.token.text);
+    json["family"] = common::utf8FromWide(cluster.token.fontFamily);
+    json["capHeight"] = cluster.token.fontCapSize;
+    json["bold"] = cluster.token.fontStyle.bold;
+    json["italic"] = cluster.token.fontStyle.italic;
+    json["rect"] = cluster.hasInk ? toJson(cluster.rect) : Json(nullptr);
+    return json;
+}
+
 Json toJson(const LaidOutParagraph& paragraph) {
     Json json;
     json["text"] = common::utf8FromWide(paragraph.text);
@@ -64,6 +76,12 @@ Json toJson(const LaidOutParagraph& paragraph) {
     json["baselines"] = Json::array();
     for (const double baseline : paragraph.painted.baselines) {
         json["baselines"].push_back(paragraph.origin.y + baseline);
+    }
+    for (const LaidOutCluster& cluster : paragraph.clusters) {
+        json["clusters"].push_back(toJson(cluster));
+    }
+    for (const MbRect& underline : paragraph.underlines) {
+        json["underlines"].push_back(toJson(underline));
     }
     return json;
 }

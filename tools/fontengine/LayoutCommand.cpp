@@ -85,7 +85,7 @@ ExitCode runLayout(const LayoutOptions& options) {
     const PictureOptions picture{.boxes = options.boxes};
     std::vector<LaidOutDrawing> drawings;
     for (const std::string& path : options.drawings) {
-        drawings.push_back(layOutDrawing(session, path, options.alignByInk));
+        drawings.push_back(layOutDrawing(session, path, options.layout));
         report(drawings.back());
         if (options.png) {
             writePng(outputPath(*options.png, path, several), drawings.back().texts, picture);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "InputError.h"
+#include "TextLayout.h"
 
 namespace tool {
 
@@ -15,7 +16,7 @@ struct LayoutOptions {
     std::optional<std::string> png;
     std::optional<std::string> fontMap;
     bool boxes = false;
-    bool alignByInk = false;
+    TextLayoutOptions layout;
 };
 
 // Lays out all texts of the drawings, writes what was asked for, and says on

@@ -71,7 +71,13 @@ class OutlineRenderer final : public IDWriteTextRenderer {
 public:
     explicit OutlineRenderer(const std::vector<fonts::SLayoutRun>& runs) : m_runs(runs) {}
 
-    PaintedParagraph takeResult() { return std::move(m_result); }
+    PaintedParagraph takeResult() {
+        // Bars may be drawn before the runs they belong to.
+        for (const Bar& bar : m_bars) {
+            m_result.shapes[bar.shape].color = colorOfBar(bar.x, bar.baseline, bar.width);
+        }
+        return std::move(m_result);
+    }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
         const bool known = riid == __uuidof(IUnknown) || riid == __uuidof(IDWritePixelSnapping) ||
@@ -100,23 +106,21 @@ public:
 
     HRESULT STDMETHODCALLTYPE DrawGlyphRun(void*, FLOAT x, FLOAT y, DWRITE_MEASURING_MODE, const DWRITE_GLYPH_RUN* run,
                                            const DWRITE_GLYPH_RUN_DESCRIPTION* description, IUnknown*) override {
-        const double baseline = -static_cast<double>(y);
-        if (m_result.baselines.empty() || m_result.baselines.back() > baseline) {
-            m_result.baselines.push_back(baseline);
+        PaintedRun painted;
+        painted.baseline = -static_cast<double>(y);
+        if (m_result.baselines.empty() || m_result.baselines.back() > painted.baseline) {
+            m_result.baselines.push_back(painted.baseline);
         }
-        m_result.missingGlyphs +=
-            static_cast<std::size_t>(std::count(run->glyphIndices, run->glyphIndices + run->glyphCount, UINT16{0}));
-        PaintedShape shape;
-        shape.color = colorAt(description->textPosition);
-        OutlineSink sink(shape.outline, {static_cast<double>(x), baseline});
-        const HRESULT result = run->glyphCount == 0
-                                   ? S_OK
-                                   : run->fontFace->GetGlyphRunOutline(
-                                         run->fontEmSize, run->glyphIndices, run->glyphAdvances, run->glyphOffsets,
-                                         run->glyphCount, run->isSideways, (run->bidiLevel & 1U) != 0, &sink);
-        if (!shape.outline.verbs.empty()) {
-            m_result.shapes.push_back(std::move(shape));
+        painted.text.assign(description->string, description->stringLength);
+        painted.clusterMap.assign(description->clusterMap, description->clusterMap + description->stringLength);
+        painted.face = keyOf(run->fontFace);
+        painted.rightToLeft = (run->bidiLevel & 1U) != 0;
+        if (const fonts::SLayoutRun* source = runAt(description->textPosition)) {
+            painted.capSize = static_cast<double>(source->token.fontCapSize);
+            painted.color = source->token.color;
         }
+        const HRESULT result = addGlyphs(painted, static_cast<double>(x), *run);
+        m_result.runs.push_back(std::move(painted));
         return result;
     }
 
@@ -136,24 +140,90 @@ public:
     }
 
 private:
-    std::uint32_t colorAt(UINT32 position) const {
+    static FaceKey keyOf(IDWriteFontFace* face) {
+        DWRITE_FONT_METRICS metrics{};
+        face->GetMetrics(&metrics);
+        return {face->GetGlyphCount(), metrics.designUnitsPerEm, metrics.ascent, metrics.capHeight,
+                static_cast<int>(face->GetSimulations())};
+    }
+
+    const fonts::SLayoutRun* runAt(UINT32 position) const {
         const auto run = std::find_if(m_runs.begin(), m_runs.end(), [position](const fonts::SLayoutRun& candidate) {
             return position >= candidate.range.startPosition &&
                    position - candidate.range.startPosition < candidate.range.length;
         });
-        return run == m_runs.end() ? 0xFF000000U : run->token.color;
+        return run == m_runs.end() ? nullptr : &*run;
+    }
+
+    // Glyph by glyph, so that each has a shape of its own. The pen of a
+    // right-to-left run starts at its right end; a glyph stands left of it.
+    HRESULT addGlyphs(PaintedRun& painted, double pen, const DWRITE_GLYPH_RUN& run) {
+        const double direction = painted.rightToLeft ? -1.0 : 1.0;
+        painted.left = pen;
+        painted.right = pen;
+        for (UINT32 i = 0; i < run.glyphCount; ++i) {
+            const double advance = static_cast<double>(run.glyphAdvances[i]);
+            const DWRITE_GLYPH_OFFSET offset =
+                run.glyphOffsets == nullptr ? DWRITE_GLYPH_OFFSET{} : run.glyphOffsets[i];
+            PaintedGlyph glyph;
+            glyph.index = run.glyphIndices[i];
+            glyph.place = {(painted.rightToLeft ? pen - advance : pen) +
+                               direction * static_cast<double>(offset.advanceOffset),
+                           painted.baseline + static_cast<double>(offset.ascenderOffset)};
+            PaintedShape shape;
+            shape.color = painted.color;
+            OutlineSink sink(shape.outline, glyph.place);
+            const HRESULT result = run.fontFace->GetGlyphRunOutline(run.fontEmSize, &glyph.index, nullptr, nullptr, 1,
+                                                                    run.isSideways, FALSE, &sink);
+            if (FAILED(result)) {
+                return result;
+            }
+            if (!shape.outline.verbs.empty()) {
+                glyph.shape = m_result.shapes.size();
+                m_result.shapes.push_back(std::move(shape));
+            }
+            m_result.missingGlyphs += glyph.index == 0 ? 1U : 0U;
+            pen += direction * advance;
+            painted.left = std::min(painted.left, pen);
+            painted.right = std::max(painted.right, pen);
+            painted.glyphs.push_back(glyph);
+        }
+        return S_OK;
+    }
+
+    // The platform says of a bar where it is, not whose it is: the run above its
+    // beginning gives the colour.
+    std::uint32_t colorOfBar(double x, double baseline, double width) const {
+        const double inside = x + width * 1e-3;
+        for (const PaintedRun& run : m_result.runs) {
+            if (run.baseline == baseline && run.left <= inside && inside <= run.right) {
+                return run.color;
+            }
+        }
+        return m_runs.empty() ? 0xFF000000U : m_runs.front().token.color;
     }
 
     void addBar(FLOAT x, FLOAT y, FLOAT offset, FLOAT width, FLOAT thickness) {
-        PaintedShape shape;
-        shape.outline = barOutline(static_cast<double>(x), -static_cast<double>(y + offset), static_cast<double>(width),
-                                   static_cast<double>(thickness));
-        if (!m_runs.empty()) {
-            shape.color = m_runs.front().token.color;
-        }
-        m_result.shapes.push_back(std::move(shape));
+        Bar bar;
+        bar.shape = m_result.shapes.size();
+        bar.x = static_cast<double>(x);
+        bar.baseline = -static_cast<double>(y);
+        bar.width = static_cast<double>(width);
+        m_bars.push_back(bar);
+        m_result.bars.push_back(bar.shape);
+        m_result.shapes.push_back(
+            {barOutline(bar.x, -static_cast<double>(y + offset), bar.width, static_cast<double>(thickness)),
+             0xFF000000U});
     }
 
+    struct Bar {
+        std::size_t shape = 0;
+        double x = 0.0;
+        double baseline = 0.0;
+        double width = 0.0;
+    };
+
+    std::vector<Bar> m_bars;
     const std::vector<fonts::SLayoutRun>& m_runs;
     PaintedParagraph m_result;
 };
@@ -164,6 +234,27 @@ PaintedParagraph paintParagraph(const fonts::SLayoutDesc& layout) {
     OutlineRenderer renderer(layout.runs);
     OSLAYER_CHECK(layout.pObject->Draw(nullptr, &renderer, 0.0F, 0.0F));
     return renderer.takeResult();
+}
+
+void scale(PaintedParagraph& paragraph, double factor) {
+    const auto scalePoint = [factor](MbCartPoint& point) {
+        point.x *= factor;
+        point.y *= factor;
+    };
+    for (PaintedShape& shape : paragraph.shapes) {
+        std::for_each(shape.outline.points.begin(), shape.outline.points.end(), scalePoint);
+    }
+    for (PaintedRun& run : paragraph.runs) {
+        for (PaintedGlyph& glyph : run.glyphs) {
+            scalePoint(glyph.place);
+        }
+        for (double* length : {&run.left, &run.right, &run.baseline, &run.capSize}) {
+            *length *= factor;
+        }
+    }
+    for (double& baseline : paragraph.baselines) {
+        baseline *= factor;
+    }
 }
 
 } // namespace tool

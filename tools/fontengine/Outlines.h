@@ -3,6 +3,8 @@
 #include <dwrite.h>
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include <FontEngine/RichTextDocumentProcessor.h>
@@ -21,16 +23,50 @@ struct Outline {
     std::vector<MbCartPoint> points;
 };
 
-// What one glyph run, or the bar under it, leaves on paper.
+// What one glyph, or a bar under or through text, leaves on paper.
 struct PaintedShape {
     Outline outline;
     std::uint32_t color = 0xFF000000; // ARGB
+};
+
+// Tells fonts apart by what any platform says of them: two with all of these
+// alike hold the same glyphs for every practical purpose.
+struct FaceKey {
+    std::uint16_t glyphCount = 0;
+    std::uint16_t unitsPerEm = 0;
+    std::uint16_t ascent = 0;
+    std::uint16_t capHeight = 0;
+    int simulations = 0;
+
+    friend bool operator==(const FaceKey&, const FaceKey&) = default;
+};
+
+struct PaintedGlyph {
+    std::uint16_t index = 0;
+    MbCartPoint place;                // of its origin, as drawn
+    std::optional<std::size_t> shape; // in PaintedParagraph::shapes; nothing without ink
+};
+
+// One glyph run as drawn. Lengths and frame are those of the paragraph.
+struct PaintedRun {
+    std::wstring text;
+    std::vector<std::uint16_t> clusterMap; // of `text`, as the platform gives it
+    std::vector<PaintedGlyph> glyphs;
+    FaceKey face;
+    bool rightToLeft = false;
+    double left = 0.0;
+    double right = 0.0;
+    double baseline = 0.0;
+    double capSize = 0.0;
+    std::uint32_t color = 0xFF000000;
 };
 
 // A paragraph as drawn, in the frame of its own layout box (top-left corner at
 // the origin, y up).
 struct PaintedParagraph {
     std::vector<PaintedShape> shapes;
+    std::vector<PaintedRun> runs;  // in the order of drawing
+    std::vector<std::size_t> bars; // the shapes that are bars, in the order of drawing
     std::vector<double> baselines; // y of each line, top to bottom
     std::size_t missingGlyphs = 0; // characters that no installed font has
 };
@@ -38,5 +74,8 @@ struct PaintedParagraph {
 // Draws the paragraph's layout, as it stands, into outlines. Throws
 // oslayer::EOsLayerError when the platform fails.
 PaintedParagraph paintParagraph(const fonts::SLayoutDesc& layout);
+
+// Multiplies all lengths.
+void scale(PaintedParagraph& paragraph, double factor);
 
 } // namespace tool

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <numbers>
 
 #include <cairo-svg.h>
 #include <cairo.h>
@@ -121,6 +122,29 @@ void strokeRect(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, 
     cairo_stroke(cr);
 }
 
+// Clusters violet with a dot at the corner where their text is inserted, bars of
+// underlines orange.
+void strokeClusters(cairo_t* cr, const Viewport& viewport, const LaidOutText& text) {
+    constexpr double dot = 1.6;
+    cairo_set_line_width(cr, 0.6);
+    for (const LaidOutParagraph& paragraph : text.paragraphs) {
+        for (const LaidOutCluster& cluster : paragraph.clusters) {
+            if (!cluster.hasInk) {
+                continue;
+            }
+            cairo_set_source_rgba(cr, 0.55, 0.1, 0.75, 0.7);
+            strokeRect(cr, viewport, text, cluster.rect);
+            const MbCartPoint corner = viewport(toDrawing(text, cluster.rect.xmin, cluster.rect.ymax));
+            cairo_arc(cr, corner.x, corner.y, dot, 0.0, 2.0 * std::numbers::pi);
+            cairo_fill(cr);
+        }
+        cairo_set_source_rgba(cr, 1.0, 0.5, 0.0, 0.9);
+        for (const MbRect& underline : paragraph.underlines) {
+            strokeRect(cr, viewport, text, underline);
+        }
+    }
+}
+
 void strokeBoxes(cairo_t* cr, const Viewport& viewport, const LaidOutText& text) {
     cairo_set_line_width(cr, 0.8);
     for (const LaidOutParagraph& paragraph : text.paragraphs) {
@@ -149,6 +173,7 @@ void draw(cairo_t* cr, const Viewport& viewport, const std::vector<LaidOutText>&
                 fillShape(cr, viewport, text, paragraph.origin, shape);
             }
         }
+        strokeClusters(cr, viewport, text);
         if (options.boxes) {
             strokeBoxes(cr, viewport, text);
         }

@@ -43,14 +43,15 @@ std::wstring requestedFont(const dxf::TextStyle& style) {
 
 } // namespace
 
-TextDocument makeTextDocument(const dxf::Drawing& drawing, const dxf::PlacedText& placed, FontMap& fontMap) {
+TextDocument makeTextDocument(const dxf::Drawing& drawing, const dxf::PlacedText& placed, FontMap& fontMap,
+                              std::optional<std::uint32_t> color) {
     const dxf::TextEntity& text = *placed.text;
     const dxf::TextStyle& style = drawing.styleOf(text);
 
     mtext::Defaults defaults;
     defaults.fontFamily = fontMap.familyFor(requestedFont(style));
     defaults.capSize = static_cast<float>(text.height);
-    defaults.color = colorOf(placed);
+    defaults.color = color ? *color : colorOf(placed);
     defaults.foreground = black;
     defaults.bold = style.bold;
     defaults.italic = style.italic;
@@ -71,7 +72,7 @@ TextDocument makeTextDocument(const dxf::Drawing& drawing, const dxf::PlacedText
 
     mtext::Result result =
         text.isParagraphText() ? mtext::parse(text.content, defaults) : mtext::parseText(text.content, defaults);
-    return {std::move(result.document), std::move(result.diagnostics)};
+    return {std::move(result.document), std::move(result.formats), std::move(result.diagnostics)};
 }
 
 } // namespace tool

@@ -4,115 +4,180 @@
 #include <cmath>
 #include <numbers>
 
+#include "ParagraphLayout.h"
+#include "TextAnchor.h"
+
 namespace tool {
 
 namespace {
 
-// Paragraphs of a text without a width are as wide as the widest of them, so
-// that centred and right-aligned ones have something to be aligned in.
-double boxWidth(const Session& session, const dxf::TextEntity& text, const render::CRichTextDocument& document) {
-    if (text.isParagraphText() && text.width > 0.0) {
-        return text.width;
-    }
-    const MbRect natural = session.metrics().getDocumentRect(document);
-    return natural.isEmpty() ? 0.0 : natural.xmax - natural.xmin;
+// The distance of baselines that drawings call single, in text heights.
+constexpr double singleSpacing = 5.0 / 3.0;
+
+// The library puts baselines on a grid of 0.01 units, which is coarse for a
+// drawing in metres. Texts are laid out at 64 to 128 units of cap height; powers
+// of two change no digit of anything else.
+double layoutScale(double capHeight) {
+    constexpr int layoutExponent = 6;
+    constexpr int reach = 96;
+    return std::ldexp(1.0, layoutExponent - std::clamp(std::ilogb(capHeight), -reach, reach));
 }
 
-std::vector<LaidOutParagraph> layOutParagraphs(Session& session, const render::CRichTextDocument& document,
-                                               double width, bool alignByInk) {
-    const auto layouting = session.layoutings().create(document);
-    layouting->setLayoutRect(MbRect(0.0, 0.0, width, 0.0));
-    layouting->setAlignByTextBounds(alignByInk);
-    layouting->layout();
-    const std::vector<MbRect> rects = layouting->getRects();
-    const std::vector<MbRect> boxes = session.metrics().getParagraphRects(document, width, 0.0);
-    const std::vector<MbRect> inks = session.metrics().getParagraphGeometryRects(document, width, 0.0);
-
-    std::vector<LaidOutParagraph> paragraphs(rects.size());
-    for (std::size_t i = 0; i < rects.size(); ++i) {
-        const render::CRichTextParagraph& source = document.paragraphs.at(static_cast<int>(i));
-        LaidOutParagraph& paragraph = paragraphs[i];
-        for (const render::SRichTextToken& token : source.tokens) {
-            paragraph.text += token.text;
-        }
-        paragraph.box = rects[i];
-        paragraph.origin = {rects[i].xmin, rects[i].ymax};
-        paragraph.ink = inks[i];
-        if (!paragraph.ink.isEmpty()) {
-            paragraph.ink.Move(rects[i].xmin, rects[i].ymax - boxes[i].ymax);
-        }
-        const fonts::SLayoutDesc layout =
-            fonts::CRichTextDocumentProcessor::process(source, &session.engine(), document.tabStopWidth);
-        if (width > 0.0) {
-            layout.pObject->SetMaxWidth(static_cast<float>(width));
-        }
-        paragraph.painted = paintParagraph(layout);
-    }
-    return paragraphs;
-}
-
-struct VerticalExtent {
-    double capTop = 0.0; // of the first line
-    double firstBaseline = 0.0;
-    double lastBaseline = 0.0;
+// A text at its layout scale.
+struct ScaledText {
+    std::vector<render::CRichTextParagraph> paragraphs;
+    std::vector<mtext::ParagraphFormat> formats;
+    float tabStopWidth = 0.0F;
+    double width = 0.0; // where lines wrap; 0: they do not
+    double capHeight = 0.0;
 };
 
-VerticalExtent verticalExtent(const LaidOutText& laidOut, double capHeight) {
-    VerticalExtent extent;
-    bool first = true;
-    for (const LaidOutParagraph& paragraph : laidOut.paragraphs) {
-        for (const double baseline : paragraph.painted.baselines) {
-            extent.lastBaseline = paragraph.origin.y + baseline;
-            if (first) {
-                extent.firstBaseline = extent.lastBaseline;
-                first = false;
-            }
+ScaledText scaled(const dxf::TextEntity& entity, const TextDocument& text, double factor) {
+    const auto times = [factor](float& length) { length = static_cast<float>(static_cast<double>(length) * factor); };
+    ScaledText result;
+    result.formats = text.formats;
+    result.tabStopWidth = text.document.tabStopWidth;
+    result.width = entity.isParagraphText() ? entity.width * factor : 0.0;
+    result.capHeight = entity.height * factor;
+    times(result.tabStopWidth);
+    for (std::size_t i = 0; i < text.document.paragraphs.size(); ++i) {
+        result.paragraphs.push_back(text.document.paragraphs.at(static_cast<std::int32_t>(i)));
+        for (render::SRichTextToken& token : result.paragraphs.back().tokens) {
+            times(token.fontCapSize);
         }
     }
-    extent.capTop = extent.firstBaseline + capHeight;
-    return extent;
+    result.formats.resize(result.paragraphs.size());
+    for (mtext::ParagraphFormat& format : result.formats) {
+        for (float* length : {&format.firstLineIndent, &format.leftIndent, &format.rightIndent, &format.spaceBefore,
+                              &format.spaceAfter}) {
+            times(*length);
+        }
+        if (format.lineSpacingKind != mtext::LineSpacingKind::Multiple) {
+            times(format.lineSpacing);
+        }
+    }
+    return result;
 }
 
-MbCartPoint anchorOf(const dxf::TextEntity& text, const LaidOutText& laidOut) {
-    const VerticalExtent extent = verticalExtent(laidOut, text.height);
-    const double left = laidOut.box.xmin;
-    const double right = laidOut.box.xmax;
-    MbCartPoint anchor{left, extent.firstBaseline};
-    if (text.isParagraphText()) {
-        const int attachment = static_cast<int>(text.attachment) - 1;
-        const double xs[] = {left, (left + right) / 2.0, right};
-        const double ys[] = {extent.capTop, (extent.capTop + extent.lastBaseline) / 2.0, extent.lastBaseline};
-        return {xs[attachment % 3], ys[attachment / 3]};
+// Paragraphs of a text without a width are as wide as the widest of them, so
+// that centred and right-aligned ones have something to be aligned in.
+double boxWidth(const Session& session, const ScaledText& text) {
+    if (text.width > 0.0) {
+        return text.width;
     }
-    using Horizontal = dxf::HorizontalJustification;
-    switch (text.horizontal) {
-    case Horizontal::Left:
-    case Horizontal::Aligned:
-    case Horizontal::Fit:
-        break;
-    case Horizontal::Right:
-        anchor.x = right;
-        break;
-    case Horizontal::Center:
-        anchor.x = (left + right) / 2.0;
-        break;
-    case Horizontal::Middle:
-        return {(left + right) / 2.0, extent.firstBaseline + text.height / 2.0};
+    double widest = 0.0;
+    for (std::size_t i = 0; i < text.paragraphs.size(); ++i) {
+        render::CRichTextDocument document = render::makeDocument({text.paragraphs[i]});
+        document.tabStopWidth = text.tabStopWidth;
+        const MbRect natural = session.metrics().getDocumentRect(document);
+        const mtext::ParagraphFormat& format = text.formats[i];
+        const double indents = static_cast<double>(format.firstLineIndent) + static_cast<double>(format.leftIndent) +
+                               static_cast<double>(format.rightIndent);
+        widest = std::max(widest, (natural.isEmpty() ? 0.0 : natural.xmax - natural.xmin) + std::max(indents, 0.0));
     }
-    switch (text.vertical) {
-    case dxf::VerticalJustification::Baseline:
+    return widest;
+}
+
+// A paragraph has one left edge: that of its first line where it is the only
+// one, that of the others otherwise.
+LaidOutParagraph layOutIndented(Session& session, const ScaledText& text, std::size_t i, double width, LayoutMode mode,
+                                bool& expressed) {
+    const mtext::ParagraphFormat& format = text.formats[i];
+    const double left = static_cast<double>(format.leftIndent);
+    const double first = left + static_cast<double>(format.firstLineIndent);
+    const double right = width - static_cast<double>(format.rightIndent);
+    const auto between = [&](double edge) {
+        // Indents that leave no room leave a capital's.
+        return layOutParagraph(session, text.paragraphs[i], text.tabStopWidth, edge,
+                               edge == 0.0 && right == width ? width : std::max(right, edge + text.capHeight), mode);
+    };
+    LaidOutParagraph paragraph = between(first);
+    if (first != left && paragraph.painted.baselines.size() > 1) {
+        expressed = false;
+        paragraph = between(left);
+    }
+    return paragraph;
+}
+
+// What moves a paragraph's first baseline from where it stands under the last
+// one of the paragraph above.
+double extraSpacing(const dxf::TextEntity& entity, const ScaledText& text, std::size_t i, double natural) {
+    const mtext::ParagraphFormat& format = text.formats[i];
+    double wanted = natural;
+    switch (format.lineSpacingKind) {
+    case mtext::LineSpacingKind::Multiple:
+        wanted = natural * static_cast<double>(format.lineSpacing);
         break;
-    case dxf::VerticalJustification::Bottom:
-        anchor.y = laidOut.box.ymin;
+    case mtext::LineSpacingKind::Exactly:
+        wanted = static_cast<double>(format.lineSpacing);
         break;
-    case dxf::VerticalJustification::Middle:
-        anchor.y = extent.firstBaseline + text.height / 2.0;
+    case mtext::LineSpacingKind::AtLeast:
+        wanted = std::max(natural, static_cast<double>(format.lineSpacing));
         break;
-    case dxf::VerticalJustification::Top:
-        anchor.y = extent.capTop;
+    case mtext::LineSpacingKind::Default:
+        wanted = entity.lineSpacingStyle == dxf::LineSpacingStyle::Exact
+                     ? singleSpacing * text.capHeight * entity.lineSpacingFactor
+                     : natural * entity.lineSpacingFactor;
         break;
     }
-    return anchor;
+    return wanted - natural + static_cast<double>(format.spaceBefore) +
+           static_cast<double>(text.formats[i - 1].spaceAfter);
+}
+
+bool hasOwnSpacing(const mtext::ParagraphFormat& format) {
+    return format.lineSpacingKind != mtext::LineSpacingKind::Default;
+}
+
+void stack(const dxf::TextEntity& entity, const ScaledText& text, LaidOutText& laidOut) {
+    double top = 0.0;
+    for (std::size_t i = 0; i < laidOut.paragraphs.size(); ++i) {
+        LaidOutParagraph& paragraph = laidOut.paragraphs[i];
+        const std::vector<double>& baselines = paragraph.painted.baselines;
+        if (hasOwnSpacing(text.formats[i]) && baselines.size() > 1) {
+            laidOut.spacingExpressed = false;
+        }
+        if (i > 0 && !baselines.empty()) {
+            const LaidOutParagraph& above = laidOut.paragraphs[i - 1];
+            const double last = above.painted.baselines.empty() ? top : above.origin.y + above.painted.baselines.back();
+            top -= extraSpacing(entity, text, i, last - (top + baselines.front()));
+        }
+        move(paragraph, 0.0, top);
+        top -= paragraph.height;
+    }
+}
+
+// Where ink is aligned, the paragraphs are aligned with one another.
+void alignInk(Session& session, const ScaledText& text, double width, LaidOutText& laidOut) {
+    render::CRichTextDocument document = render::makeDocument(text.paragraphs);
+    document.tabStopWidth = text.tabStopWidth;
+    const auto layouting = session.layoutings().create(document);
+    layouting->setLayoutRect(MbRect(0.0, 0.0, width, 0.0));
+    layouting->layout();
+    const std::vector<MbRect> unaligned = layouting->getRects();
+    layouting->setAlignByTextBounds(true);
+    layouting->layout();
+    const std::vector<MbRect> aligned = layouting->getRects();
+    for (std::size_t i = 0; i < laidOut.paragraphs.size(); ++i) {
+        LaidOutParagraph& paragraph = laidOut.paragraphs[i];
+        if (paragraph.ink.isEmpty()) {
+            continue;
+        }
+        move(paragraph, aligned[i].xmin - unaligned[i].xmin, aligned[i].ymax - unaligned[i].ymax);
+        paragraph.box.xmax = paragraph.box.xmin + (aligned[i].xmax - aligned[i].xmin);
+    }
+}
+
+LaidOutText layOutParagraphs(Session& session, const dxf::TextEntity& entity, const ScaledText& text, double width,
+                             const TextLayoutOptions& options) {
+    LaidOutText laidOut;
+    for (std::size_t i = 0; i < text.paragraphs.size(); ++i) {
+        laidOut.paragraphs.push_back(layOutIndented(session, text, i, width, options.mode, laidOut.indentsExpressed));
+    }
+    stack(entity, text, laidOut);
+    if (options.mode == LayoutMode::Document && options.alignByInk) {
+        alignInk(session, text, width, laidOut);
+    }
+    return laidOut;
 }
 
 // What stretches and slants a one-line text beside its frame.
@@ -134,16 +199,20 @@ dxf::Transform deformation(const dxf::TextEntity& text, double width) {
 
 } // namespace
 
-LaidOutText layOutText(Session& session, const dxf::PlacedText& placed, const TextDocument& text, bool alignByInk) {
+LaidOutText layOutText(Session& session, const dxf::PlacedText& placed, const TextDocument& text,
+                       const TextLayoutOptions& options) {
     const dxf::TextEntity& entity = *placed.text;
-    LaidOutText laidOut;
-    const double width = boxWidth(session, entity, text.document);
-    laidOut.paragraphs = layOutParagraphs(session, text.document, width, alignByInk);
-    for (const LaidOutParagraph& paragraph : laidOut.paragraphs) {
+    const double factor = layoutScale(entity.height);
+    const ScaledText scaledText = scaled(entity, text, factor);
+    const double layoutWidth = boxWidth(session, scaledText);
+    LaidOutText laidOut = layOutParagraphs(session, entity, scaledText, layoutWidth, options);
+    for (LaidOutParagraph& paragraph : laidOut.paragraphs) {
+        scale(paragraph, 1.0 / factor);
         laidOut.box |= paragraph.box;
         laidOut.ink |= paragraph.ink;
     }
-    laidOut.anchor = anchorOf(entity, laidOut);
+    const double width = layoutWidth / factor;
+    laidOut.anchor = anchorOf(entity, text.document, laidOut, width);
     laidOut.toDrawing = placed.frame * deformation(entity, width) *
                         dxf::Transform::translation({-laidOut.anchor.x, -laidOut.anchor.y, 0.0});
     return laidOut;

@@ -1,6 +1,8 @@
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <map>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
@@ -28,7 +30,14 @@ CLI::App* addLayout(CLI::App& app, tool::LayoutOptions& options) {
     addFile(command, "--png", options.png, "Draw the texts; several drawings get a file each");
     addFile(command, "--font-map", options.fontMap, "JSON table of fonts that stand in for missing ones");
     command->add_flag("--boxes", options.boxes, "Draw paragraph boxes, ink boxes and baselines too");
-    command->add_flag("--align-by-ink", options.alignByInk, "Align the ink of paragraphs rather than their boxes");
+    command->add_flag("--align-by-ink", options.layout.alignByInk,
+                      "Align the ink of paragraphs rather than their boxes (mode document)");
+    using tool::LayoutMode;
+    static const std::map<std::string, LayoutMode> modes{
+        {"document", LayoutMode::Document}, {"mtext", LayoutMode::MText}, {"clusters", LayoutMode::Clusters}};
+    command->add_option("--mode", options.layout.mode, "What is placed: paragraphs, MTEXT entities or glyph clusters")
+        ->type_name("document|mtext|clusters")
+        ->transform(CLI::CheckedTransformer(modes).description(""));
     return command;
 }
 

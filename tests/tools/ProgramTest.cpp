@@ -1,0 +1,168 @@
+#include "Program.h"
+
+#include <nlohmann/json.hpp>
+
+#include "Drawings.h"
+
+using namespace tooltest;
+
+namespace {
+
+using Program = ProgramTest;
+
+TEST_F(Program, SaysHowItIsUsedWithoutArguments) {
+    const Outcome outcome = run("");
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_NE(outcome.err.find("subcommand is required"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, HelpSucceeds) {
+    const Outcome outcome = run("layout --help");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.out.find("--font-map"), std::string::npos);
+}
+
+TEST_F(Program, RefusesAnUnknownOption) {
+    const Outcome outcome = run("layout --colour " + quoted(example()));
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_NE(outcome.err.find("--colour"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, RefusesAnUnknownMode) {
+    const Outcome outcome = run("layout --mode letters " + quoted(example()));
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_NE(outcome.err.find("--mode"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, RefusesACapSizeThatIsNotPositive) {
+    EXPECT_EQ(run("measure Text --font \"DejaVu Sans\" --cap-size 0").exitCode, 2);
+    EXPECT_EQ(run("measure Text --font \"DejaVu Sans\" --cap-size=-1").exitCode, 2);
+    EXPECT_EQ(run("measure Text --font \"DejaVu Sans\" --cap-size large").exitCode, 2);
+}
+
+TEST_F(Program, NamesAMissingFile) {
+    const Outcome outcome = run("layout " + quoted(path("missing.dxf")));
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("missing.dxf: cannot be opened: No such file"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, NamesAFolder) {
+    const Outcome outcome = run("layout " + quoted(path("")));
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("is a folder; give the path of a DXF file"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, RefusesWhatIsNoDrawing) {
+    const Outcome outcome =
+        run("layout " + quoted(file("poem.dxf", "O Captain! my Captain!\nour fearful trip is done\n")));
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_EQ(countOf(outcome.err, "poem.dxf"), 1U) << outcome.err;
+    EXPECT_EQ(run("layout " + quoted(file("empty.dxf", ""))).exitCode, 3);
+    EXPECT_EQ(run("layout " + quoted(file("binary.dxf", "AutoCAD Binary DXF\r\n\x1a"))).exitCode, 3);
+}
+
+TEST_F(Program, SaysThatADrawingHoldsNoText) {
+    const Outcome outcome = run("layout " + quoted(file("bare.dxf", drawing(""))));
+    EXPECT_EQ(outcome.exitCode, 6);
+    EXPECT_NE(outcome.err.find("holds no text"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, LaysOutWhatATruncatedDrawingStillHolds) {
+    const std::string whole = drawing(mtextEntity("First") + "\n" + mtextEntity("Second", "", "21"));
+    const Outcome outcome = run("layout " + quoted(file("cut.dxf", whole.substr(0, whole.find("\n21\n") - 8))));
+    EXPECT_EQ(outcome.exitCode, 5);
+    EXPECT_NE(outcome.out.find("1 texts laid out"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("damaged: "), std::string::npos) << outcome.out;
+}
+
+TEST_F(Program, NamesOutputsThatCannotBeWritten) {
+    for (const std::string option : {"--json", "--svg", "--png"}) {
+        const std::string target = path("no-such-folder/out");
+        const Outcome outcome = run("layout " + option + " " + quoted(target) + " " + quoted(example()));
+        EXPECT_EQ(outcome.exitCode, 4) << option;
+        EXPECT_NE(outcome.err.find(target + ": cannot be written"), std::string::npos) << outcome.err;
+    }
+}
+
+TEST_F(Program, RefusesAFontMapThatIsNone) {
+    const std::string drawingPath = quoted(example());
+    Outcome outcome = run("layout --font-map " + quoted(path("missing.json")) + " " + drawingPath);
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("--font-map"), std::string::npos) << outcome.err;
+    outcome = run("layout --font-map " + quoted(file("list.json", "[1, 2]")) + " " + drawingPath);
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("is not a font map"), std::string::npos) << outcome.err;
+    outcome = run("layout --font-map " + quoted(file("number.json", R"({"romans.shx": 7})")) + " " + drawingPath);
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("\"romans.shx\" must be a family name"), std::string::npos) << outcome.err;
+}
+
+TEST_F(Program, NamesEachReplacedFontOnce) {
+    const std::string input =
+        file("fonts.dxf", drawing(mtextEntity(R"({\Fnosuch.shx;A}B{\Fnosuch.shx;C})") + "\n" +
+                                      mtextEntity(R"({\Fnosuch.shx;A}{\fArial|b0|i0;B})", "", "21"),
+                                  "AC1032", "romans.shx"));
+    const Outcome outcome = run("layout " + quoted(input));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_EQ(countOf(outcome.out, "font romans.shx is not installed"), 1U) << outcome.out;
+    EXPECT_EQ(countOf(outcome.out, "font nosuch.shx is not installed"), 1U) << outcome.out;
+    EXPECT_EQ(countOf(outcome.out, "font Arial is not installed: Liberation Sans stands in"), 1U) << outcome.out;
+}
+
+TEST_F(Program, NamesEachIgnoredCodeOnceWithItsCount) {
+    const std::string input = file(
+        "codes.dxf", drawing(mtextEntity(R"({\Q15;a}{\Q10;b})") + "\n" + mtextEntity(R"({\Q15;c}{\T2;d})", "", "21")));
+    const Outcome outcome = run("layout " + quoted(input));
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    EXPECT_EQ(countOf(outcome.out, "oblique angle ignored"), 1U) << outcome.out;
+    EXPECT_NE(outcome.out.find("3 x oblique angle ignored"), std::string::npos) << outcome.out;
+    EXPECT_NE(outcome.out.find("1 x character spacing ignored"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Program, CountsHiddenTexts) {
+    const std::string input =
+        file("hidden.dxf", drawing(mtextEntity("Shown") + "\n" + mtextEntity("Hidden", "60 1", "21")));
+    const Outcome outcome = run("layout " + quoted(input));
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.out.find("1 texts laid out, 1 hidden ones left out"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Program, GivesSeveralDrawingsAPictureEach) {
+    const std::string one = file("one.dxf", drawing(mtextEntity("One")));
+    const std::string two = file("two.dxf", drawing(mtextEntity("Two")));
+    EXPECT_EQ(run("layout --svg " + quoted(path("out.svg")) + " " + quoted(one) + " " + quoted(two)).exitCode, 0);
+    EXPECT_FALSE(contentsOf(path("out-one.svg")).empty());
+    EXPECT_FALSE(contentsOf(path("out-two.svg")).empty());
+}
+
+TEST_F(Program, MeasuresALineAsTheFontsOwnTablesSay) {
+    // DejaVu Sans: H is 1540 of 2048 units wide; capitals are 1493 high.
+    const Outcome outcome = run("measure HH --font \"DejaVu Sans\" --cap-size 1493 --json");
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
+    const nlohmann::json json = nlohmann::json::parse(outcome.out);
+    EXPECT_NEAR(json["emSize"].get<double>(), 2048.0, 0.01);
+    EXPECT_NEAR(json["box"][2].get<double>() - json["box"][0].get<double>(), 3080.0, 0.1);
+    EXPECT_TRUE(json["installed"].get<bool>());
+}
+
+TEST_F(Program, MeasuresAnUnknownFamilyWithTheFallbackFontAndSaysSo) {
+    const Outcome outcome = run("measure Text --font \"No Such Family\" --cap-size 10");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.out.find("instead of No Such Family, which is not installed"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Program, ListsFamiliesAndTheFontsOfOne) {
+    EXPECT_NE(run("fonts").out.find("DejaVu Sans ("), std::string::npos);
+    const Outcome outcome = run("fonts --family \"DejaVu Sans\"");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.out.find("capitals 1493 of 2048"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Program, RefusesToListAnUnknownFamily) {
+    const Outcome outcome = run("fonts --family \"No Such Family\"");
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("no font of the family \"No Such Family\" is installed"), std::string::npos)
+        << outcome.err;
+}
+
+} // namespace
