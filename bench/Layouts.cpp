@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <deque>
-#include <iostream>
+#include <iterator>
 #include <string>
 
 #include <benchmark/benchmark.h>
@@ -68,8 +68,7 @@ void registerAll(const std::deque<Prepared>& corpora, const bench::Layouter& lay
                                              [count, ask](benchmark::State& state) { run(state, count, ask); })
                     ->Unit(benchmark::kMillisecond)
                     ->MinTime(0.2)
-                    ->Repetitions(5)
-                    ->ReportAggregatesOnly(false);
+                    ->Repetitions(5);
             };
             add(name + "raw", bare);
             add(name + "engine", ours);

@@ -2,15 +2,11 @@
 
 #include <algorithm>
 #include <iomanip>
-#include <iostream>
+#include <iterator>
 
 #include "Layouter.h"
 
 namespace bench {
-
-bool RatioReporter::ReportContext(const Context& context) {
-    return benchmark::ConsoleReporter::ReportContext(context);
-}
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
@@ -20,7 +16,10 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
             fastest = std::max(fastest, static_cast<double>(rate->second));
         }
     }
-    benchmark::ConsoleReporter::ReportRuns(runs);
+    std::vector<Run> medians;
+    std::copy_if(runs.begin(), runs.end(), std::back_inserter(medians),
+                 [](const Run& run) { return run.aggregate_name == "median" || run.repetitions == 1; });
+    benchmark::ConsoleReporter::ReportRuns(medians);
 }
 
 void RatioReporter::Finalize() {

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
@@ -11,7 +12,9 @@ namespace bench {
 /// handles, and the ratio. Each is the fastest of its repetitions: what else the machine does only ever slows one down.
 class RatioReporter final : public benchmark::ConsoleReporter {
 public:
-    bool ReportContext(const Context& context) override;
+    RatioReporter() : benchmark::ConsoleReporter(OO_Tabular) {}
+
+    /// Prints the median of the repetitions only.
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 

@@ -14,7 +14,7 @@ namespace {
 
 /// How much text is fetched at first. Callers ask again after every stretch, so fetching all that remains each time
 /// would cost the square of the text's length.
-constexpr std::size_t firstPiece = 256;
+constexpr std::size_t firstPiece = 64;
 
 struct Locale {
     std::wstring name;

@@ -19,12 +19,14 @@ HRESULT SourceText::fetch(std::size_t count) {
             return S_OK;
         }
         const std::size_t taken = std::min<std::size_t>(length, wanted - m_units.size());
+        const std::size_t before = m_units.size();
+        m_units.resize(before + taken);
         for (std::size_t i = 0; i < taken; ++i) {
             const auto element = static_cast<std::make_unsigned_t<WCHAR>>(piece[i]);
             if (element > 0xFFFF) {
                 return E_INVALIDARG;
             }
-            m_units.push_back(static_cast<char16_t>(element));
+            m_units[before + i] = static_cast<char16_t>(element);
         }
     }
     m_complete = m_units.size() >= m_length;
