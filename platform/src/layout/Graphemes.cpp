@@ -56,6 +56,9 @@ bool Graphemes::isBoundary(std::size_t position) {
     if (m_text[position] < firstComplexUnit && m_text[position - 1] < firstComplexUnit) {
         return m_text[position] != u'\n' || m_text[position - 1] != u'\r';
     }
+    if (U16_IS_TRAIL(m_text[position]) && U16_IS_LEAD(m_text[position - 1])) {
+        return false;
+    }
     UChar32 after = 0;
     U16_GET(m_text.data(), 0, position, m_text.size(), after);
     UChar32 before = 0;

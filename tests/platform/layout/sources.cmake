@@ -13,5 +13,6 @@ list(APPEND PLATFORM_TESTS
     layout/RangePropertiesTest.cpp
     layout/RunsTest.cpp
     layout/ShaperTest.cpp
+    layout/StagesTest.cpp
     layout/TextFormatTest.cpp
     layout/TrimmingTest.cpp)
