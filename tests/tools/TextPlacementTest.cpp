@@ -216,6 +216,15 @@ TEST_F(TextPlacementTest, ABarHasTheColourOfTheRunAboveIt) {
     EXPECT_EQ(painted.shapes[painted.bars[0]].color, 0xFFFF0000U);
 }
 
+TEST_F(TextPlacementTest, EachGlyphHasTheColourOfItsCharacter) {
+    const tool::LaidOutText text = layOut(mtextEntity(R"(A{\C1;B}{\C5;C})"));
+    std::vector<std::uint32_t> colors;
+    for (const tool::PaintedShape& shape : text.paragraphs[0].painted.shapes) {
+        colors.push_back(shape.color);
+    }
+    EXPECT_EQ(colors, (std::vector<std::uint32_t>{0xFF000000U, 0xFFFF0000U, 0xFF0000FFU}));
+}
+
 TEST_F(TextPlacementTest, GlyphsOfRightToLeftRunsArePlacedWhereTheyAreDrawn) {
     // Hebrew alef and bet: the first letter stands right of the second.
     const tool::LaidOutText text = layOut(mtextEntity("\xD7\x90\xD7\x91"));

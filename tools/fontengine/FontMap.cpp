@@ -4,6 +4,7 @@
 #include <array>
 #include <cwctype>
 #include <fstream>
+#include <iostream>
 #include <string_view>
 
 #include <nlohmann/json.hpp>
@@ -191,6 +192,14 @@ std::wstring FontMap::familyFor(const std::wstring& requested) {
 void FontMap::coverBigFont(const std::wstring& bigFont, const std::wstring& family) {
     if (!bigFont.empty() && m_answers.emplace(bigFont, family).second) {
         m_replacements.push_back({bigFont, family});
+    }
+}
+
+void reportReplacements(const std::vector<FontMap::Replacement>& replacements) {
+    for (const FontMap::Replacement& replacement : replacements) {
+        std::cout << "font " << common::utf8FromWide(replacement.requested)
+                  << " is not installed: " << common::utf8FromWide(replacement.family)
+                  << " stands in (change it with --font-map)\n";
     }
 }
 

@@ -60,4 +60,7 @@ private:
     std::vector<Replacement> m_replacements;
 };
 
+// Says on standard output which fonts stand in for which.
+void reportReplacements(const std::vector<FontMap::Replacement>& replacements);
+
 } // namespace tool

@@ -50,14 +50,6 @@ void report(const LaidOutDrawing& drawing) {
     }
 }
 
-void report(const std::vector<FontMap::Replacement>& replacements) {
-    for (const FontMap::Replacement& replacement : replacements) {
-        std::cout << "font " << common::utf8FromWide(replacement.requested)
-                  << " is not installed: " << common::utf8FromWide(replacement.family)
-                  << " stands in (change it with --font-map)\n";
-    }
-}
-
 ExitCode worst(const std::vector<LaidOutDrawing>& drawings) {
     ExitCode code = ExitCode::Success;
     for (const LaidOutDrawing& drawing : drawings) {
@@ -94,7 +86,7 @@ ExitCode runLayout(const LayoutOptions& options) {
             writeSvg(outputPath(*options.svg, path, several), drawings.back().texts, picture);
         }
     }
-    report(session.fontMap().replacements());
+    reportReplacements(session.fontMap().replacements());
     if (options.json) {
         writeJson(*options.json, drawings, session.fontMap().replacements());
     }

@@ -4,6 +4,7 @@
 #include <dwrite_2.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include <oslayer/checkHResult.h>
 
@@ -117,9 +118,8 @@ public:
         painted.rightToLeft = (run->bidiLevel & 1U) != 0;
         if (const fonts::SLayoutRun* source = runAt(description->textPosition)) {
             painted.capSize = static_cast<double>(source->token.fontCapSize);
-            painted.color = source->token.color;
         }
-        const HRESULT result = addGlyphs(painted, static_cast<double>(x), *run);
+        const HRESULT result = addGlyphs(painted, static_cast<double>(x), *run, colorsOf(*run, *description));
         m_result.runs.push_back(std::move(painted));
         return result;
     }
@@ -155,9 +155,25 @@ private:
         return run == m_runs.end() ? nullptr : &*run;
     }
 
+    // Of each glyph: that of the first character of its cluster. Colours do not part
+    // runs.
+    std::vector<std::uint32_t> colorsOf(const DWRITE_GLYPH_RUN& run,
+                                        const DWRITE_GLYPH_RUN_DESCRIPTION& description) const {
+        std::vector<std::uint32_t> colors(run.glyphCount, 0xFF000000U);
+        for (UINT32 i = 0; i < description.stringLength; ++i) {
+            const bool isFirst = i == 0 || description.clusterMap[i] != description.clusterMap[i - 1];
+            const fonts::SLayoutRun* source = isFirst ? runAt(description.textPosition + i) : nullptr;
+            if (source != nullptr && description.clusterMap[i] < run.glyphCount) {
+                std::fill(colors.begin() + description.clusterMap[i], colors.end(), source->token.color);
+            }
+        }
+        return colors;
+    }
+
     // Glyph by glyph, so that each has a shape of its own. The pen of a
     // right-to-left run starts at its right end; a glyph stands left of it.
-    HRESULT addGlyphs(PaintedRun& painted, double pen, const DWRITE_GLYPH_RUN& run) {
+    HRESULT addGlyphs(PaintedRun& painted, double pen, const DWRITE_GLYPH_RUN& run,
+                      const std::vector<std::uint32_t>& colors) {
         const double direction = painted.rightToLeft ? -1.0 : 1.0;
         painted.left = pen;
         painted.right = pen;
@@ -170,8 +186,9 @@ private:
             glyph.place = {(painted.rightToLeft ? pen - advance : pen) +
                                direction * static_cast<double>(offset.advanceOffset),
                            painted.baseline + static_cast<double>(offset.ascenderOffset)};
+            glyph.color = colors[i];
             PaintedShape shape;
-            shape.color = painted.color;
+            shape.color = glyph.color;
             OutlineSink sink(shape.outline, glyph.place);
             const HRESULT result = run.fontFace->GetGlyphRunOutline(run.fontEmSize, &glyph.index, nullptr, nullptr, 1,
                                                                     run.isSideways, FALSE, &sink);
@@ -196,9 +213,14 @@ private:
     std::uint32_t colorOfBar(double x, double baseline, double width) const {
         const double inside = x + width * 1e-3;
         for (const PaintedRun& run : m_result.runs) {
-            if (run.baseline == baseline && run.left <= inside && inside <= run.right) {
-                return run.color;
+            if (run.baseline != baseline || inside < run.left || run.right < inside || run.glyphs.empty()) {
+                continue;
             }
+            const auto nearest = std::min_element(run.glyphs.begin(), run.glyphs.end(),
+                                                  [x](const PaintedGlyph& a, const PaintedGlyph& b) {
+                                                      return std::abs(a.place.x - x) < std::abs(b.place.x - x);
+                                                  });
+            return nearest->color;
         }
         return m_runs.empty() ? 0xFF000000U : m_runs.front().token.color;
     }

@@ -44,6 +44,7 @@ struct FaceKey {
 struct PaintedGlyph {
     std::uint16_t index = 0;
     MbCartPoint place;                // of its origin, as drawn
+    std::uint32_t color = 0xFF000000; // ARGB; one run can hold text of several colours
     std::optional<std::size_t> shape; // in PaintedParagraph::shapes; nothing without ink
 };
 
@@ -58,7 +59,6 @@ struct PaintedRun {
     double right = 0.0;
     double baseline = 0.0;
     double capSize = 0.0;
-    std::uint32_t color = 0xFF000000;
 };
 
 // A paragraph as drawn, in the frame of its own layout box (top-left corner at

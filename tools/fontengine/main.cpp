@@ -8,6 +8,7 @@
 
 #include <Common/Violations.h>
 
+#include "ExplodeCommand.h"
 #include "FontsCommand.h"
 #include "InputError.h"
 #include "LayoutCommand.h"
@@ -38,6 +39,22 @@ CLI::App* addLayout(CLI::App& app, tool::LayoutOptions& options) {
     command->add_option("--mode", options.layout.mode, "What is placed: paragraphs, MTEXT entities or glyph clusters")
         ->type_name("document|mtext|clusters")
         ->transform(CLI::CheckedTransformer(modes).description(""));
+    return command;
+}
+
+CLI::App* addExplode(CLI::App& app, tool::ExplodeOptions& options) {
+    CLI::App* command = app.add_subcommand("explode", "Turn every MTEXT of a drawing into pieces that show the same");
+    command->add_option("IN", options.input, "DXF drawing, R12 to 2018")->required()->type_name("DXF");
+    command->add_option("OUT", options.output, "Where the changed copy goes")->required()->type_name("DXF");
+    using tool::PieceKind;
+    static const std::map<std::string, PieceKind> kinds{{"clusters", PieceKind::Clusters},
+                                                        {"outlines", PieceKind::Outlines}};
+    command->add_option("--to", options.kind, "Single-line MTEXT entities, or filled areas")
+        ->type_name("clusters|outlines")
+        ->transform(CLI::CheckedTransformer(kinds).description(""));
+    addFile(command, "--font-map", options.fontMap, "JSON table of fonts that stand in for missing ones");
+    addFile(command, "--report", options.report, "Write what became of the texts as JSON");
+    command->add_flag("--check", options.check, "Lay the result out again and compare every glyph's place");
     return command;
 }
 
@@ -82,9 +99,11 @@ int main(int argc, char** argv) {
     CLI::App app("Rich text of drawings: laid out, measured, drawn.", "fontengine");
     app.require_subcommand(1);
     tool::LayoutOptions layoutOptions;
+    tool::ExplodeOptions explodeOptions;
     tool::MeasureOptions measureOptions;
     tool::FontsOptions fontsOptions;
     const CLI::App* layout = addLayout(app, layoutOptions);
+    const CLI::App* explode = addExplode(app, explodeOptions);
     const CLI::App* measure = addMeasure(app, measureOptions);
     addFonts(app, fontsOptions);
     try {
@@ -95,6 +114,9 @@ int main(int argc, char** argv) {
     return static_cast<int>(guarded([&] {
         if (layout->parsed()) {
             return tool::runLayout(layoutOptions);
+        }
+        if (explode->parsed()) {
+            return tool::runExplode(explodeOptions);
         }
         return measure->parsed() ? tool::runMeasure(measureOptions) : tool::runFonts(fontsOptions);
     }));

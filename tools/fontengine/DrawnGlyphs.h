@@ -1,0 +1,27 @@
+#pragma once
+
+#include <vector>
+
+#include <dxf/Geometry.h>
+
+#include "TextLayout.h"
+
+namespace tool {
+
+// A glyph that leaves ink, where it stands.
+struct DrawnGlyph {
+    FaceKey face;
+    std::uint16_t index = 0;
+    dxf::Point place;
+
+    // The same picture, wherever it stands.
+    [[nodiscard]] bool looksLike(const DrawnGlyph& other) const { return face == other.face && index == other.index; }
+};
+
+// The glyphs of one cluster, in the text's frame.
+std::vector<DrawnGlyph> glyphsOf(const LaidOutParagraph& paragraph, const LaidOutCluster& cluster);
+
+// All glyphs of a text, in the drawing, in the order of drawing.
+std::vector<DrawnGlyph> glyphsOf(const LaidOutText& text);
+
+} // namespace tool
