@@ -32,6 +32,16 @@ TEST(Alignment, FollowsTheReadingDirectionNotTheScript) {
     EXPECT_EQ(0.0F, leftOf(u"\u05D0\u05D1\u05D2", DWRITE_TEXT_ALIGNMENT_LEADING, 500));
 }
 
+TEST(Alignment, VerticalReadingDirectionsLayOutAsLeftToRight) {
+    const float width = metricsOf(*makeLayout(u"text")).width;
+    for (const auto reading : {DWRITE_READING_DIRECTION_TOP_TO_BOTTOM, DWRITE_READING_DIRECTION_BOTTOM_TO_TOP}) {
+        EXPECT_EQ(0.0F, leftOf(u"text", DWRITE_TEXT_ALIGNMENT_LEADING, 500, reading));
+        const auto layout = makeLayout(u"text", 0, 0, {.reading = reading});
+        EXPECT_EQ(0U, drawnRuns(*layout).at(0).bidiLevel);
+        EXPECT_FLOAT_EQ(width, metricsOf(*layout).width);
+    }
+}
+
 TEST(Alignment, NothingIsClamped) {
     const float width = metricsOf(*makeLayout(u"text")).width;
     EXPECT_FLOAT_EQ(-width, leftOf(u"text", DWRITE_TEXT_ALIGNMENT_TRAILING, 0));
