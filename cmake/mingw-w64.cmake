@@ -4,7 +4,8 @@ set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(_target x86_64-w64-mingw32)
 
-# The compiler with POSIX threads: the other one has no std::mutex.
+# The compilers with POSIX threads: the others have no std::mutex.
+set(CMAKE_C_COMPILER ${_target}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${_target}-g++-posix)
 set(CMAKE_RC_COMPILER ${_target}-windres)
 
@@ -18,6 +19,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # system's DLLs has to be there where they run.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+
+# Made with the tests, whose fonts it shows to the programs.
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_BINARY_DIR}/run-wine")
 
 # Libraries of headers alone serve every target. Each gets a folder of its own in the
 # build tree: the folder they are installed in holds the build machine's headers too.

@@ -107,7 +107,7 @@ private:
 /// MinGW's __uuidof looks interfaces up by type and knows plain pointers to them; for compilers that have __uuidof
 /// built in, the interface a template is made for counts too. This gives smart pointers the same meaning here.
 template <class Pointer>
-requires std::is_same_v<Pointer, oslayer::com_ptr<typename Pointer::value_type>>
+requires std::is_same_v<std::remove_cv_t<Pointer>, oslayer::com_ptr<typename Pointer::value_type>>
 constexpr const GUID& __mingw_uuidof() {
     return __mingw_uuidof<typename Pointer::value_type>();
 }

@@ -14,6 +14,7 @@
 #include <Common/Utf.h>
 
 #include "FakePlatform.h"
+#include "RestOf.h"
 
 namespace fake {
 
@@ -53,7 +54,7 @@ HRESULT unexpected(const char* operation);
 enum class Lifetime { Platform, References };
 
 template <typename Interface, typename... Bases>
-class Object : public Interface {
+class Object : public RestOf<Interface> {
 public:
     Object(std::int64_t& references, Lifetime lifetime) : m_references(references), m_lifetime(lifetime) {}
     Object(const Object&) = delete;
