@@ -58,7 +58,10 @@ TEST_F(Program, RefusesWhatIsNoDrawing) {
     EXPECT_EQ(outcome.exitCode, 3);
     EXPECT_EQ(countOf(outcome.err, "poem.dxf"), 1U) << outcome.err;
     EXPECT_EQ(run("layout " + quoted(file("empty.dxf", ""))).exitCode, 3);
-    EXPECT_EQ(run("layout " + quoted(file("binary.dxf", "AutoCAD Binary DXF\r\n\x1a"))).exitCode, 3);
+    const std::string binary("Abcdefg Binary DXF\r\n\x1a\0", 22);
+    const Outcome refused = run("layout " + quoted(file("binary.dxf", binary)));
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_NE(refused.err.find("Save it as ASCII DXF"), std::string::npos) << refused.err;
 }
 
 TEST_F(Program, SaysThatADrawingHoldsNoText) {

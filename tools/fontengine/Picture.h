@@ -14,7 +14,9 @@ struct PictureOptions {
     double longerSide = 2400.0;
 };
 
-// Draw all texts of a drawing, fitted to the picture. Throw InputError when the
+// Draw all texts of a drawing, fitted to the picture; texts laid out by clusters with
+// the clusters' rectangles (violet), the corners where their texts are inserted (dots)
+// and the bars of underlines (orange). Throw InputError when the
 // file cannot be written.
 void writePng(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options);
 void writeSvg(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options);
