@@ -8,8 +8,8 @@ int main() {
     auto metrics = fonts::createTextMetricsService(engine.get());
     fonts::CRichTextDocumentLayoutingFactory layoutings(metrics.get());
 
-    auto note = render::makeSingleParagraphDocument(L"All dimensions shall be checked on site.", L"Liberation Sans", 2.5F,
-                                                    {});
+    auto note =
+        render::makeSingleParagraphDocument(L"All dimensions shall be checked on site.", L"Liberation Sans", 2.5F, {});
     auto layouting = layoutings.create(note);
     layouting->setLayoutRect(MbRect(0.0, -100.0, 60.0, 0.0));
     layouting->layout();
