@@ -102,6 +102,8 @@ int widthOf(DWRITE_FONT_STRETCH stretch) {
     return index < widths.size() ? widths[index] : FC_WIDTH_NORMAL;
 }
 
+const std::string undetermined = "und";
+
 PatternPtr wish(FcConfig* config, const FallbackKey& key) {
     PatternPtr pattern(FcPatternCreate());
     if (!pattern) {
@@ -114,6 +116,9 @@ PatternPtr wish(FcConfig* config, const FallbackKey& key) {
     if (!key.language.empty()) {
         FcPatternAddString(pattern.get(), FC_LANG, text(key.language));
     }
+    // Unless a wish names the undetermined language, Fontconfig adds what the environment says that the user speaks.
+    FcPatternAddString(pattern.get(), FC_LANG, text(undetermined));
+    FcPatternAddString(pattern.get(), FC_NAMELANG, text(undetermined));
     FcConfigSubstitute(config, pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
     return pattern;

@@ -14,7 +14,8 @@ namespace platform {
 class CFont;
 class CFontCollection;
 
-/// What an order of fallback depends on. The language is Fontconfig's name of it, empty for the user's own.
+/// What an order of fallback depends on. The language is Fontconfig's name of it, empty for none in
+/// particular: what the environment says about the user's language counts for nothing.
 struct FallbackKey {
     std::string language;
     DWRITE_FONT_WEIGHT weight = DWRITE_FONT_WEIGHT_NORMAL;

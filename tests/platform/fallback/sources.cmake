@@ -3,5 +3,6 @@ list(APPEND PLATFORM_TESTS
     fallback/FallbackOrderTest.cpp
     fallback/FallbackScriptsTest.cpp
     fallback/FontFallbackTest.cpp
+    fallback/LanguagesTest.cpp
     fallback/LocaleTest.cpp
     fallback/SimpleCharactersTest.cpp)
