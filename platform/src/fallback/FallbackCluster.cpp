@@ -19,6 +19,15 @@ bool isVariationSelector(char32_t c) {
     return (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0100 && c <= 0xE01EF);
 }
 
+/// An emoji right before the selector that asks for its colour form; in a sequence one such speaks for all.
+bool asksForEmoji(const Characters& characters) {
+    constexpr char32_t emojiSelector = 0xFE0F;
+    const auto asked = std::adjacent_find(characters.begin(), characters.end(), [](char32_t c, char32_t next) {
+        return next == emojiSelector && u_hasBinaryProperty(static_cast<UChar32>(c), UCHAR_EMOJI) != 0;
+    });
+    return asked != characters.end();
+}
+
 Characters charactersOf(std::u16string_view units) {
     Characters characters;
     for (std::size_t at = 0; at < units.size();) {
@@ -63,6 +72,7 @@ FallbackCluster fallbackCluster(std::u16string_view text, std::size_t start, std
     } else if (isVariationSelector(first)) {
         cluster.kind = FallbackCluster::Kind::Selector;
     }
+    cluster.wantsEmoji = asksForEmoji(cluster.characters);
     dropRiders(cluster.characters);
     if (cluster.kind == FallbackCluster::Kind::Text && cluster.characters.empty()) {
         cluster.kind = FallbackCluster::Kind::Rider;

@@ -21,6 +21,8 @@ struct FallbackCluster {
     };
 
     Kind kind = Kind::Text;
+    /// Whether a variation selector asks for the colour form of an emoji.
+    bool wantsEmoji = false;
     std::u16string_view units;
     /// The characters that a font must have, in order; empty unless the kind is Text.
     boost::container::small_vector<char32_t, 8> characters;

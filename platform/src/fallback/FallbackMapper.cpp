@@ -139,6 +139,11 @@ private:
 
     CFont* choose(const FallbackCluster& cluster, std::size_t end) {
         const std::u32string_view needed = cluster.needed();
+        if (cluster.wantsEmoji) {
+            if (CFont* const font = order().emojiFontForAll(needed, m_base)) {
+                return font;
+            }
+        }
         if (m_base != nullptr && (covers(*m_base, needed) || (needed.size() > 1 && coversComposed(*m_base, cluster)))) {
             return m_base;
         }

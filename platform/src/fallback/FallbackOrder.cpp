@@ -166,4 +166,23 @@ CFont* FallbackOrder::fontForAll(std::u32string_view characters) const {
     return resolve(place);
 }
 
+CFont* FallbackOrder::emojiFontForAll(std::u32string_view characters, const CFont* preferred) const {
+    CFont* first = nullptr;
+    for (std::size_t i = 0; i < m_entries.size(); ++i) {
+        if (!m_entries[i].listed.isColor()) {
+            continue;
+        }
+        const std::uint16_t place = placeIn(i, characters);
+        if (place == noPlace) {
+            continue;
+        }
+        CFont* const font = resolve(place);
+        if (font == preferred) {
+            return font;
+        }
+        first = first != nullptr ? first : font;
+    }
+    return first;
+}
+
 } // namespace platform

@@ -33,6 +33,8 @@ public:
     CFont* fontFor(char32_t character) const;
     /// A font that has all the characters, of which there is at least one; null if none.
     CFont* fontForAll(std::u32string_view characters) const;
+    /// A colour font that has all the characters, `preferred` if that is one; null if none.
+    CFont* emojiFontForAll(std::u32string_view characters, const CFont* preferred) const;
 
 private:
     struct Entry {

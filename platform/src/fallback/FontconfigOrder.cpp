@@ -28,6 +28,11 @@ const FcChar8* text(const std::string& string) {
     return reinterpret_cast<const FcChar8*>(string.c_str());
 }
 
+bool hasColor(const FcPattern* font) {
+    FcBool color = FcFalse;
+    return FcPatternGetBool(font, FC_COLOR, 0, &color) == FcResultMatch && color != FcFalse;
+}
+
 /// How far a font is from the plain sans that stands beside anything: 0 is closest.
 int oddness(const FcPattern* font) {
     const std::string_view family = stringOf(font, FC_FAMILY);
@@ -172,6 +177,10 @@ const FcLangSet* ListedFont::languages() const {
     return FcPatternGetLangSet(pattern.get(), FC_LANG, 0, &set) == FcResultMatch ? set : nullptr;
 }
 
+bool ListedFont::isColor() const {
+    return hasColor(pattern.get());
+}
+
 bool ListedFont::isMadeFor(const std::string& language) const {
     struct Market {
         std::string_view ending;
@@ -195,12 +204,14 @@ std::vector<ListedFont> fontconfigOrder(const CFontCollection& collection, const
     const FontSetPtr set = sorted(config.get(), given.get(), pattern.get());
     const std::unordered_set<std::string> preferred = familiesOf(pattern.get());
 
-    std::array<std::vector<ListedFont>, 5> groups;
+    constexpr std::size_t colorGroup = 5;
+    std::array<std::vector<ListedFont>, colorGroup + 1> groups;
     for (int i = 0; i < set->nfont; ++i) {
         FcPattern* const listed = set->fonts[i];
-        const int group = isPreferred(listed, preferred) ? 0 : 1 + oddness(listed);
+        const int plainGroup = isPreferred(listed, preferred) ? 0 : 1 + oddness(listed);
+        const std::size_t group = hasColor(listed) ? colorGroup : static_cast<std::size_t>(plainGroup);
         FcPatternReference(listed);
-        groups[static_cast<std::size_t>(group)].push_back(
+        groups[group].push_back(
             {PatternPtr(listed), collection.fontOfFile(stringOf(listed, FC_FILE), integerOf(listed, FC_INDEX))});
     }
     std::vector<ListedFont> order;

@@ -33,6 +33,8 @@ struct ListedFont {
     /// The characters and the languages it has; null if the pattern does not say.
     const FcCharSet* coverage() const;
     const FcLangSet* languages() const;
+    /// Whether its glyphs are coloured pictures.
+    bool isColor() const;
     /// False for a face made for another market than that of `language`: one cut of a typeface for Chinese, Japanese
     /// and Korean has all their characters, but draws them as one of them does.
     bool isMadeFor(const std::string& language) const;
@@ -41,8 +43,8 @@ struct ListedFont {
 /// The fonts of the current Fontconfig configuration that `collection` has, best first for standing in for others.
 ///
 /// What the configuration prefers for sans-serif in the key's language comes first. Then plain sans faces come before
-/// serif, monospaced and other ones, each in Fontconfig's order for the key. The same fonts give the same order, in
-/// whatever folders they lie.
+/// serif, monospaced, other and, last of all, colour ones, whose glyphs may have no outlines; each in Fontconfig's
+/// order for the key. The same fonts give the same order, in whatever folders they lie.
 std::vector<ListedFont> fontconfigOrder(const CFontCollection& collection, const FallbackKey& key);
 
 } // namespace platform
