@@ -94,6 +94,51 @@ void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePie
     }
 }
 
+/// The narrowest width that words can be set in, of text handed over piece by piece. Words may be hyphenated, but a
+/// hyphen takes room itself: a word may need less whole than in parts.
+class NarrowestWord {
+public:
+    /// Whitespace counts once something follows it on its line.
+    void add(float width, bool hangs) {
+        m_x += width;
+        m_end = hangs ? m_end : m_x;
+    }
+
+    void mayEndWith(float hyphen) { m_starts.push_back({m_x, narrowest(hyphen)}); }
+
+    void end() {
+        m_widest = std::max(m_widest, narrowest(0.0F));
+        m_starts.assign(1, Start{});
+        m_x = m_end = 0.0F;
+    }
+
+    float widest() const { return m_widest; }
+
+private:
+    /// Where a line may start, and the width that the word's lines before it need.
+    struct Start {
+        float x = 0.0F;
+        float needed = 0.0F;
+    };
+
+    float narrowest(float hyphen) const {
+        float best = std::numeric_limits<float>::infinity();
+        for (auto start = m_starts.rbegin(); start != m_starts.rend(); ++start) {
+            const float width = m_end - start->x + hyphen;
+            if (width >= best) {
+                break;
+            }
+            best = std::min(best, std::max(start->needed, width));
+        }
+        return best;
+    }
+
+    std::vector<Start> m_starts{1};
+    float m_x = 0.0F;
+    float m_end = 0.0F;
+    float m_widest = 0.0F;
+};
+
 } // namespace
 
 DWRITE_TEXT_METRICS textMetrics(const TextPipeline& pipeline) {
@@ -166,20 +211,26 @@ DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline) {
 
 float narrowestWidth(TextPipeline& pipeline) {
     const ShapedText& shaped = pipeline.shaped();
-    float widest = 0.0F;
-    float width = 0.0F;
+    NarrowestWord word;
     for (UINT32 i = 0; i < shaped.clusterCount(); ++i) {
         const Cluster& cluster = shaped.clusters[i];
-        if (cluster.has(Cluster::Whitespace)) {
-            continue;
+        if (i > 0) {
+            const Cluster& before = shaped.clusters[i - 1];
+            const bool mustBreak = cluster.has(Cluster::MustBreakBefore) || before.has(Cluster::MustBreakAfter) ||
+                                   before.has(Cluster::Newline);
+            const bool isHyphenated = before.has(Cluster::SoftHyphen) && before.glyphStart < shaped.glyphEnd(i - 1);
+            if (mustBreak || (pipeline.opportunities()[cluster.textStart] && !isHyphenated)) {
+                word.end();
+            } else if (pipeline.opportunities()[cluster.textStart]) {
+                word.mayEndWith(shaped.advances[before.glyphStart]);
+            }
         }
-        if (i > 0 && pipeline.opportunities()[cluster.textStart]) {
-            width = 0.0F;
+        if (!cluster.has(Cluster::SoftHyphen)) {
+            word.add(cluster.width, cluster.has(Cluster::Hanging));
         }
-        width += cluster.width;
-        widest = std::max(widest, width);
     }
-    return widest;
+    word.end();
+    return word.widest();
 }
 
 } // namespace platform

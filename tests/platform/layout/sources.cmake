@@ -3,6 +3,7 @@ list(APPEND PLATFORM_TESTS
     layout/BreaksAndShapesTest.cpp
     layout/DrawTest.cpp
     layout/FactoryTest.cpp
+    layout/HitTestInvariantsTest.cpp
     layout/HitTestTest.cpp
     layout/InlineObjectTest.cpp
     layout/LayoutTestSupport.cpp
