@@ -14,7 +14,7 @@ constexpr std::array latinTexts{"Room 101",           "Ground Floor Plan", "Quic
                                 "AVATAR To. Wa",      "x²+y² ≤ 1",         "no. 5/7 – detail",
                                 "Straße Äpfel Ölfaß", "Łódź, żółw"};
 constexpr std::array cyrillicTexts{"Чертёж", "План первого этажа", "ГОСТ 21.101-97", "Розріз А-А", "Ђорђе Њива"};
-constexpr std::array greekTexts{"Κάτοψη ισογείου", "Ωμέγα αβγδε", "Τομή Α-Α", "ΰ ΐ ᾳ", "π·r²"};
+constexpr std::array greekTexts{"Κάτοψη ισογείου", "Ωμέγα αβγδε", "Τομή Α-Α", "ΰ ΐ ή", "π·r²"};
 
 struct Face {
     const char* family;

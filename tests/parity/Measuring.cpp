@@ -1,5 +1,6 @@
 #include "Measuring.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -74,12 +75,18 @@ void writeCharacters(JsonWriter& json, const std::string& name, const fonts::SGl
     }
 }
 
+// Spaces may or may not have glyphs (without ink); they are not counted.
 void writeGlyphRuns(JsonWriter& json, const std::string& name, const std::vector<fonts::SGlyphRunDesc>& runs) {
     std::size_t glyphs = 0;
     MbRect ink;
     for (const fonts::SGlyphRunDesc& run : runs) {
         writeCharacters(json, name, run);
         glyphs += run.glyphOrigins.size();
+        for (std::size_t i = 0; i < run.text.size(); ++i) {
+            if (isWhitespace(run.text[i]) && run.clusterMap[i] < run.glyphOrigins.size()) {
+                --glyphs;
+            }
+        }
         ink |= run.bounds;
     }
     json.write(name + ".glyphs", static_cast<double>(glyphs));
@@ -112,12 +119,14 @@ void writeClusters(JsonWriter& json, const std::string& name, fonts::IRichTextDo
     std::size_t drawn = 0;
     for (std::size_t i = 0; i < rects.size(); ++i) {
         const std::wstring& text = paragraphs.at(i).tokens.at(0).text;
-        if (isWhitespace(text.front()) || isControl(text.front())) {
+        const auto units = std::count_if(text.begin(), text.end(),
+                                         [](wchar_t unit) { return !isWhitespace(unit) && !isControl(unit); });
+        if (units == 0) {
             continue;
         }
         json.write(indexed(name, drawn, ".text"), common::utf8FromWide(text));
         writeRect(json, indexed(name, drawn), rects[i]);
-        drawn += text.size();
+        drawn += static_cast<std::size_t>(units);
     }
     writeRegions(json, name + ".regions", layouting.getRegions());
 }
@@ -179,6 +188,11 @@ void measureRuns(JsonWriter& json, const fonts::ITextMetrics& metrics, const Doc
     const auto count = static_cast<std::int32_t>(document.document.paragraphs.size());
     for (std::int32_t i = 0; i < count; ++i) {
         const std::string name = indexed("paragraph", static_cast<std::size_t>(i));
+        std::wstring text;
+        for (const render::SRichTextToken& token : document.document.paragraphs.at(i).tokens) {
+            text += token.text;
+        }
+        json.write(name + ".text", common::utf8FromWide(text));
         attempt(json, name, [&] {
             std::vector<boost::intrusive_ptr<MbRegion>> bars;
             const auto runs = metrics.getGlyphRuns(document.document.paragraphs.at(i), document.maxWidth,

@@ -15,7 +15,7 @@ using render::eRichTextParagraphVerticalAlignment;
 constexpr std::array notes{
     "All dimensions shall be checked on site before work starts. Do not scale from this drawing.",
     "Все размеры указаны в миллиметрах, отметки - в метрах. Чертёж читать вместе со спецификацией.",
-    "Όλες οι διαστάσεις να ελεγχθούν επί τόπου πριν από την έναρξη των εργασιών.",
+    "Όλες οι διαστάσεις να ελεγχθούν στο χώρο πριν από την αρχή των εργασιών.",
     "Well-known, state-of-the-art; see http://example.org/a/b?c=d (sheet 3/4) for the pre-cast slab's details."};
 constexpr std::array noteFamilies{"Liberation Sans", "Liberation Serif", "Noto Sans"};
 constexpr std::array widthsInEms{6.0, 10.0, 15.0, 25.0};

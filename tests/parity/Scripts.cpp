@@ -29,7 +29,7 @@ const std::vector<Sample> simpleScripts{{"Noto Sans Armenian", {"Հատակագ�
                                         {"Noto Sans Georgian", {"გეგმა", "სართული 1"}},
                                         {"Noto Sans Ethiopic", {"ፕላን", "ወለል ፩"}},
                                         {"Noto Sans Cherokee", {"ᏣᎳᎩ", "ᎦᏬᏂᎯᏍᏗ"}},
-                                        {"Noto Sans Canadian Aboriginal", {"ᐃᓄᒃᑎᑐᑦ", "ᓄᓇᕗᑦ"}},
+                                        {"Noto Sans CanAborig", {"ᐃᓄᒃᑎᑐᑦ", "ᓄᓇᕗᑦ"}},
                                         {"Noto Sans Runic", {"ᚠᚢᚦᚨᚱᚲ", "ᚷᚹᚺ"}},
                                         {"Noto Sans Ogham", {"ᚁᚂᚃᚄ", "ᚆᚇ"}},
                                         {"Noto Sans Tifinagh", {"ⵜⵉⴼⵉⵏⴰⵖ", "ⴰⴱⴳ"}},
