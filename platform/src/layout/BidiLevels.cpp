@@ -6,6 +6,7 @@
 #include <new>
 #include <numeric>
 #include <stdexcept>
+#include <string>
 
 #include <unicode/ubidi.h>
 #include <unicode/uchar.h>
@@ -67,6 +68,28 @@ void check(UErrorCode error) {
     }
 }
 
+/// The levels as ICU finds them, valid until the thread asks again.
+const UBiDiLevel* askForLevels(std::u16string_view text, std::uint8_t base) {
+    UBiDi& bidi = threadsBidi();
+    UErrorCode error = U_ZERO_ERROR;
+    ubidi_setPara(&bidi, text.data(), static_cast<std::int32_t>(text.size()), base, nullptr, &error);
+    const UBiDiLevel* levels = ubidi_getLevels(&bidi, &error);
+    check(error);
+    return levels;
+}
+
+/// Text that reads one way throughout is not looked at closely by ICU: it says the paragraph's level for everything,
+/// embeddings and Arabic digits too. A paragraph of both directions behind the text makes it do its work.
+const UBiDiLevel* askForExactLevels(std::u16string_view text, std::uint8_t base) {
+    const UBiDiLevel* levels = askForLevels(text, base);
+    if (ubidi_getDirection(&threadsBidi()) == UBIDI_MIXED) {
+        return levels;
+    }
+    std::u16string extended(text);
+    extended += u"\u2029a\u05D0";
+    return askForLevels(extended, base);
+}
+
 } // namespace
 
 bool findBidiLevels(std::u16string_view text, bool rightToLeft, std::vector<std::uint8_t>& levels) {
@@ -78,11 +101,7 @@ bool findBidiLevels(std::u16string_view text, bool rightToLeft, std::vector<std:
     if (text.empty()) {
         return false;
     }
-    UBiDi& bidi = threadsBidi();
-    UErrorCode error = U_ZERO_ERROR;
-    ubidi_setPara(&bidi, text.data(), static_cast<std::int32_t>(text.size()), base, nullptr, &error);
-    const UBiDiLevel* found = ubidi_getLevels(&bidi, &error);
-    check(error);
+    const UBiDiLevel* found = askForExactLevels(text, base);
     if (std::all_of(found, found + text.size(), [base](UBiDiLevel level) { return level == base; })) {
         return false;
     }

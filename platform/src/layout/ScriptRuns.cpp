@@ -8,6 +8,8 @@
 #include <unicode/uscript.h>
 #include <unicode/utf16.h>
 
+#include "layout/Graphemes.h"
+
 namespace platform {
 
 namespace {
@@ -40,12 +42,14 @@ hb_script_t scriptOf(UChar32 character) {
 void findScriptRuns(std::u16string_view text, std::vector<ScriptRun>& runs) {
     runs.clear();
     hb_script_t current = HB_SCRIPT_COMMON;
+    Graphemes graphemes(text);
     for (std::size_t position = 0; position < text.size();) {
         const std::size_t start = position;
         UChar32 character = 0;
         U16_NEXT(text.data(), position, text.size(), character);
         const hb_script_t script = scriptOf(character);
-        if (script != HB_SCRIPT_COMMON && script != current) {
+        // A mark of another script is still drawn over its base, by the base's font.
+        if (script != HB_SCRIPT_COMMON && script != current && graphemes.isBoundary(start)) {
             if (current != HB_SCRIPT_COMMON) {
                 runs.push_back({static_cast<UINT32>(start), current});
             }

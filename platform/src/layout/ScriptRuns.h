@@ -15,7 +15,8 @@ struct ScriptRun {
 };
 
 /// Cuts `text` where the script changes. Characters of no script of their own go with what precedes them, at the start
-/// of a paragraph with what follows. Text without any script is HB_SCRIPT_COMMON. The runs replace what `runs` holds.
+/// of a paragraph with what follows. No grapheme is cut. Text without any script is HB_SCRIPT_COMMON. The runs replace
+/// what `runs` holds.
 void findScriptRuns(std::u16string_view text, std::vector<ScriptRun>& runs);
 
 /// Whether `unit` ends a line: CR, LF, VT, FF, NEL and the two Unicode separators.
