@@ -6,6 +6,7 @@
 #include "fonts/FontSet.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace platform {
 
@@ -19,6 +20,10 @@ PLATFORM_UUID(platform::IOwnFontCollection, "0b8c2a9e-6f3d-4c57-8a1b-92d7e4f06c3
 namespace platform {
 
 namespace {
+
+// What fonts the process has may change until the first question about them.
+std::mutex readingGuard;
+bool wasRead = false;
 
 constexpr UINT32 noIndex = 0xFFFFFFFF;
 
@@ -50,8 +55,17 @@ std::vector<std::unique_ptr<FaceSource>> readSources(const FontSet& set) {
 
 CFontCollection& CFontCollection::system() {
     // Lives as long as the process: callers may hold fonts until its very end.
-    static auto& collection = *new CFontCollection(readFontSet(nullptr));
+    static auto& collection = *[] {
+        const std::lock_guard lock(readingGuard);
+        wasRead = true;
+        return new CFontCollection(readFontSet(nullptr));
+    }();
     return collection;
+}
+
+bool CFontCollection::beforeReading(const std::function<bool()>& change) {
+    const std::lock_guard lock(readingGuard);
+    return !wasRead && change();
 }
 
 CFontCollection& CFontCollection::of(IDWriteFontCollection* collection) {

@@ -6,6 +6,7 @@
 
 #include <dwrite_font.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ class CFontCollection final : public CInternedObject<IDWriteFontCollection> {
 public:
     /// The fonts of the system, read at the first call. Empty when there are none.
     static CFontCollection& system();
+    /// Makes a change to what fonts the process has, unless they have been read: then nothing, and false. Also false
+    /// where the change says so.
+    static bool beforeReading(const std::function<bool()>& change);
     /// The collection behind an interface pointer: the system's for null and for a
     /// collection that is not ours.
     static CFontCollection& of(IDWriteFontCollection* collection);

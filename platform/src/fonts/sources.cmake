@@ -8,6 +8,7 @@ list(APPEND PLATFORM_SOURCES
     src/fonts/FontCollection.cpp
     src/fonts/FontFace.cpp
     src/fonts/FontFamily.cpp
+    src/fonts/FontFolder.cpp
     src/fonts/FontMatching.cpp
     src/fonts/FontMetrics.cpp
     src/fonts/FontSet.cpp

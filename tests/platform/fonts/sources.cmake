@@ -3,6 +3,7 @@ list(APPEND PLATFORM_TESTS
     fonts/FaceNamesTest.cpp
     fonts/FontCollectionTest.cpp
     fonts/FontFaceTest.cpp
+    fonts/FontFolderTest.cpp
     fonts/FontMatchingTest.cpp
     fonts/FontMetricsTest.cpp
     fonts/FontNamesTest.cpp
