@@ -11,4 +11,5 @@ list(APPEND PLATFORM_TESTS
     fonts/GlyphRunOutlineTest.cpp
     fonts/HeadersTest.cpp
     fonts/SimulatedFontsTest.cpp
+    fonts/SymbolFontsTest.cpp
     fonts/VariableFontsTest.cpp)
