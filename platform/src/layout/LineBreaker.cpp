@@ -38,13 +38,19 @@ private:
         return m_stream.at(end - 1).has(Cluster::SoftHyphen) ? m_stream.glyphAdvance(end - 1) : 0.0F;
     }
 
+    /// What is left of the box at `x`, rounded so that both sum to no more than the box.
+    float roomBehind(float x) const {
+        const float room = std::max(0.0F, m_settings.maxWidth - x);
+        return x + room > m_settings.maxWidth ? std::nextafter(room, 0.0F) : room;
+    }
+
     /// The width of a cluster at `x` from its line's start.
     float widthAt(Cluster& cluster, float x) const {
         if (cluster.has(Cluster::Tab)) {
             cluster.width = tabWidth(x, m_settings.tabStop);
             if (m_isLimited) {
                 // A tab never leaves the box: what follows it starts the next line.
-                cluster.width = std::min(cluster.width, std::max(0.0F, m_settings.maxWidth - x));
+                cluster.width = std::min(cluster.width, roomBehind(x));
             }
         }
         return cluster.width;
@@ -115,7 +121,8 @@ private:
         if (m_settings.wrapping != DWRITE_WORD_WRAPPING_WHOLE_WORD) {
             return std::max(overflow, 1U);
         }
-        for (UINT32 end = overflow + 1; end < m_stream.size(); ++end) {
+        // The shortest line that is too long: one that ends at a hyphen without room, or else a longer one.
+        for (UINT32 end = 1; end < m_stream.size(); ++end) {
             const Cluster& last = m_stream.at(end - 1);
             if (last.has(Cluster::Newline) || last.has(Cluster::MustBreakAfter) ||
                 m_stream.at(end).has(Cluster::MustBreakBefore) || canBreakBefore(end)) {

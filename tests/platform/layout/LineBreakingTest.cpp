@@ -154,6 +154,13 @@ TEST(SoftHyphen, DoesNotBreakWhereItsHyphenHasNoRoom) {
     EXPECT_EQ(u"some ", lines[0]);
 }
 
+TEST(SoftHyphen, EndsALineThatIsTooLongAnyway) {
+    const auto words = DWRITE_WORD_WRAPPING_WHOLE_WORD;
+    for (const float width : {1.0F, widthOf(u"hy") + 0.5F}) {
+        EXPECT_EQ((Lines{u"hy\u00AD", u"phen"}), breakAt(u"hy\u00ADphen", width, words));
+    }
+}
+
 TEST(ClusterMetrics, CoverTheTextAndSayWhatTheyAre) {
     const auto layout = makeLayout(u"a b-\tc\r\n");
     const auto clusters = clustersOf(*layout);
