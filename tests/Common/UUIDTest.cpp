@@ -23,9 +23,11 @@ TEST(UUID, TheDefaultIsNil) {
 }
 
 TEST(UUID, HasTheLayoutOfThePlatformsStructure) {
-    static_assert(sizeof(UUID) == 16 && alignof(UUID) == 4);
-    static_assert(offsetof(UUID, data2) == 4 && offsetof(UUID, data3) == 6 && offsetof(UUID, data4) == 8);
-    SUCCEED();
+    EXPECT_EQ(sizeof(UUID), 16U);
+    EXPECT_EQ(alignof(UUID), 4U);
+    EXPECT_EQ(offsetof(UUID, data2), 4U);
+    EXPECT_EQ(offsetof(UUID, data3), 6U);
+    EXPECT_EQ(offsetof(UUID, data4), 8U);
 }
 
 TEST(UUID, OrdersByTheFirstByteWhateverTheLaterBytes) {

@@ -74,13 +74,12 @@ TEST(Violations, AHandlerForStandardExceptionsDoesNotCatchACheckViolation) {
 }
 
 TEST(Violations, CheckAndPreconditionAreKindsOfAssertionAndNotOfEachOther) {
-    static_assert(std::is_base_of_v<EAssertionViolation, ECheckViolation>);
-    static_assert(std::is_base_of_v<EAssertionViolation, EPreconditionViolation>);
-    static_assert(!std::is_base_of_v<ECheckViolation, EPreconditionViolation>);
-    static_assert(std::has_virtual_destructor_v<EAssertionViolation>);
+    EXPECT_TRUE((std::is_base_of_v<EAssertionViolation, ECheckViolation>));
+    EXPECT_TRUE((std::is_base_of_v<EAssertionViolation, EPreconditionViolation>));
+    EXPECT_FALSE((std::is_base_of_v<ECheckViolation, EPreconditionViolation>));
+    EXPECT_TRUE(std::has_virtual_destructor_v<EAssertionViolation>);
     // Held inline: the message is part of the object.
-    static_assert(sizeof(EAssertionViolation) >= 1024);
-    SUCCEED();
+    EXPECT_GE(sizeof(EAssertionViolation), 1024U);
 }
 
 TEST(Violations, ACopyKeepsTheMessage) {
