@@ -2,6 +2,8 @@
 
 #include <numeric>
 
+#include "fonts/FontCollection.h"
+
 namespace platform_test {
 
 namespace {
@@ -44,6 +46,13 @@ Reference<IDWriteTextFormat> makeFormat(const FormatOptions& options) {
     EXPECT_EQ(S_OK, format->SetWordWrapping(options.wrapping));
     EXPECT_EQ(S_OK, format->SetReadingDirection(options.reading));
     return {format, false};
+}
+
+platform::CFontFace& regularFace(const std::string& family) {
+    platform::CFontFamily* found =
+        platform::CFontCollection::system().findFamily(std::wstring(family.begin(), family.end()));
+    EXPECT_NE(nullptr, found) << family;
+    return found->match(DWRITE_FONT_WEIGHT_NORMAL, DWRITE_FONT_STRETCH_NORMAL, DWRITE_FONT_STYLE_NORMAL).face();
 }
 
 Reference<IDWriteTextLayout> makeLayout(std::u16string_view text, float maxWidth, float maxHeight,

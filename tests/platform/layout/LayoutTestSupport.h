@@ -9,6 +9,10 @@
 
 #include "layout/Reference.h"
 
+namespace platform {
+class CFontFace;
+}
+
 namespace platform_test {
 
 using platform::Reference;
@@ -25,6 +29,9 @@ struct FormatOptions {
 };
 
 Reference<IDWriteTextFormat> makeFormat(const FormatOptions& options = {});
+
+/// The face of a family's regular font; not counted for the caller.
+platform::CFontFace& regularFace(const std::string& family);
 
 /// A layout of UTF-16 text.
 Reference<IDWriteTextLayout> makeLayout(std::u16string_view text, float maxWidth = 0.0F, float maxHeight = 0.0F,

@@ -12,6 +12,7 @@ list(APPEND PLATFORM_TESTS
     layout/MetricsTest.cpp
     layout/NoFontsTest.cpp
     layout/RangePropertiesTest.cpp
+    layout/RunFactsTest.cpp
     layout/RunsTest.cpp
     layout/ShaperTest.cpp
     layout/StagesTest.cpp

@@ -1,0 +1,202 @@
+#include <algorithm>
+#include <fstream>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include <unicode/unistr.h>
+
+#include "fonts/FontFace.h"
+#include "layout/LayoutTestSupport.h"
+
+// Sentences of many scripts, laid out whole, against runs and glyphs that others found out; see data/record-run-facts.
+
+namespace platform_test {
+namespace {
+
+/// In font units.
+struct FactGlyph {
+    unsigned glyph = 0;
+    unsigned cluster = 0;
+    float advanceOffset = 0.0F;
+    float ascenderOffset = 0.0F;
+    float advance = 0.0F;
+};
+
+struct FactRun {
+    unsigned start = 0;
+    unsigned length = 0;
+    std::string family;
+    std::string script;
+    /// None for controls that may be at any level.
+    std::optional<unsigned> level;
+    std::vector<FactGlyph> glyphs;
+
+    [[nodiscard]] unsigned end() const { return start + length; }
+};
+
+struct Sentence {
+    FormatOptions options;
+    std::string utf8;
+    std::u16string text;
+    std::vector<FactRun> runs;
+};
+
+std::vector<std::string> split(const std::string& line, char separator) {
+    std::vector<std::string> columns;
+    std::istringstream stream(line);
+    for (std::string column; std::getline(stream, column, separator);) {
+        columns.push_back(column);
+    }
+    return columns;
+}
+
+/// "id=cluster@xOffset,yOffset+advance", the offsets only where there are some.
+FactGlyph parseGlyph(const std::string& text, bool isRightToLeft) {
+    FactGlyph glyph;
+    char separator = 0;
+    std::istringstream stream(text);
+    stream >> glyph.glyph >> separator >> glyph.cluster >> separator;
+    if (separator == '@') {
+        stream >> glyph.advanceOffset >> separator >> glyph.ascenderOffset >> separator;
+    }
+    stream >> glyph.advance;
+    EXPECT_TRUE(stream) << text;
+    glyph.advanceOffset = isRightToLeft ? -glyph.advanceOffset : glyph.advanceOffset;
+    return glyph;
+}
+
+Sentence parseSentence(const std::vector<std::string>& columns) {
+    Sentence sentence;
+    sentence.options.family.assign(columns.at(1).begin(), columns.at(1).end());
+    sentence.options.locale.assign(columns.at(2).begin(), columns.at(2).end());
+    // One unit per font unit, so that nothing is rounded away.
+    sentence.options.size = static_cast<float>(regularFace(columns.at(1)).unitsPerEm());
+    sentence.options.reading =
+        columns.at(3) == "rtl" ? DWRITE_READING_DIRECTION_RIGHT_TO_LEFT : DWRITE_READING_DIRECTION_LEFT_TO_RIGHT;
+    sentence.utf8 = columns.at(4);
+    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(columns.at(4));
+    sentence.text.assign(text.getBuffer(), static_cast<std::size_t>(text.length()));
+    return sentence;
+}
+
+FactRun parseRun(const std::vector<std::string>& columns) {
+    FactRun run;
+    run.start = static_cast<unsigned>(std::stoul(columns.at(1)));
+    run.length = static_cast<unsigned>(std::stoul(columns.at(2)));
+    run.family = columns.at(3);
+    run.script = columns.at(4);
+    if (columns.at(5) != "-") {
+        run.level = static_cast<unsigned>(std::stoul(columns[5]));
+    }
+    if (columns.size() > 6) {
+        for (const std::string& glyph : split(columns[6], '|')) {
+            run.glyphs.push_back(parseGlyph(glyph, run.level.value_or(0) % 2 == 1));
+        }
+    }
+    return run;
+}
+
+const std::vector<Sentence>& sentences() {
+    static const std::vector<Sentence> all = [] {
+        std::vector<Sentence> read;
+        std::ifstream file(FONTENGINE_TEST_DATA "/platform/layout/data/run-facts.tsv");
+        for (std::string line; std::getline(file, line);) {
+            const std::vector<std::string> columns = split(line, '\t');
+            if (columns.at(0) == "S") {
+                read.push_back(parseSentence(columns));
+            } else {
+                read.back().runs.push_back(parseRun(columns));
+            }
+        }
+        return read;
+    }();
+    return all;
+}
+
+/// Where the text of glyph `index` starts, as the run's cluster map tells.
+unsigned clusterStart(const DrawnCall& run, unsigned index) {
+    const auto after = std::upper_bound(run.clusterMap.begin(), run.clusterMap.end(), index);
+    const auto first = std::lower_bound(run.clusterMap.begin(), after, *std::prev(after));
+    return run.textPosition + static_cast<unsigned>(std::distance(run.clusterMap.begin(), first));
+}
+
+/// The parts of a recorded run as they were drawn, and how much of its glyphs they have.
+class RunComparison {
+public:
+    RunComparison(const FactRun& fact, float unitsPerFontUnit) : m_fact(fact), m_scale(unitsPerFontUnit) {}
+
+    void add(const DrawnCall& drawn) {
+        EXPECT_LE(drawn.textPosition + drawn.text.size(), m_fact.end()) << "not cut at " << m_fact.end();
+        EXPECT_EQ(static_cast<IDWriteFontFace*>(&regularFace(m_fact.family)), drawn.face) << drawn.textPosition;
+        EXPECT_EQ(m_fact.level.value_or(drawn.bidiLevel), drawn.bidiLevel) << drawn.textPosition;
+        if (drawn.textPosition > m_fact.start) {
+            EXPECT_NE(m_wasEmpty, drawn.glyphs.empty()) << "cut without need at " << drawn.textPosition;
+        }
+        m_wasEmpty = drawn.glyphs.empty();
+        for (unsigned i = 0; i < drawn.glyphs.size(); ++i, ++m_next) {
+            ASSERT_LT(m_next, m_fact.glyphs.size());
+            const FactGlyph& glyph = m_fact.glyphs[m_next];
+            EXPECT_EQ(glyph.glyph, drawn.glyphs[i]) << m_next;
+            EXPECT_EQ(glyph.cluster, clusterStart(drawn, i)) << m_next;
+            EXPECT_FLOAT_EQ(glyph.advance * m_scale, drawn.advances[i]) << m_next;
+            EXPECT_FLOAT_EQ(glyph.advanceOffset * m_scale, drawn.offsets[i].advanceOffset) << m_next;
+            EXPECT_FLOAT_EQ(glyph.ascenderOffset * m_scale, drawn.offsets[i].ascenderOffset) << m_next;
+        }
+    }
+
+    void finish() const { EXPECT_EQ(m_fact.glyphs.size(), m_next) << "run at " << m_fact.start; }
+
+private:
+    const FactRun& m_fact;
+    const float m_scale;
+    bool m_wasEmpty = false;
+    std::size_t m_next = 0;
+};
+
+TEST(RunFacts, LayoutsCutTextAsUnicodeSaysAndDrawWhatHbShapeSays) {
+    for (const Sentence& sentence : sentences()) {
+        SCOPED_TRACE(sentence.utf8);
+        const auto drawn = drawnRuns(*makeLayout(sentence.text, 0, 0, sentence.options));
+        unsigned position = 0;
+        std::size_t next = 0;
+        for (const FactRun& fact : sentence.runs) {
+            const float fontUnits = static_cast<float>(regularFace(fact.family).unitsPerEm());
+            RunComparison comparison(fact, sentence.options.size / fontUnits);
+            for (; next < drawn.size() && drawn[next].textPosition < fact.end(); ++next) {
+                EXPECT_EQ(position, drawn[next].textPosition);
+                position += static_cast<unsigned>(drawn[next].text.size());
+                comparison.add(drawn[next]);
+            }
+            comparison.finish();
+        }
+        EXPECT_EQ(sentence.text.size(), position);
+    }
+}
+
+TEST(RunFacts, CoverManyScriptsDirectionsAndFonts) {
+    std::set<std::string> scripts;
+    std::set<std::string> families;
+    std::set<unsigned> levels;
+    std::size_t runs = 0;
+    std::size_t glyphs = 0;
+    for (const Sentence& sentence : sentences()) {
+        for (const FactRun& run : sentence.runs) {
+            scripts.insert(run.script);
+            families.insert(run.family);
+            levels.insert(run.level.value_or(0));
+            ++runs;
+            glyphs += run.glyphs.size();
+        }
+    }
+    EXPECT_EQ(91U, sentences().size());
+    EXPECT_LE(60U, scripts.size());
+    EXPECT_LE(60U, families.size());
+    EXPECT_LE(200U, runs);
+    EXPECT_LE(1700U, glyphs);
+    EXPECT_EQ((std::set<unsigned>{0, 1, 2, 3, 4, 5, 6}), levels);
+}
+
+} // namespace
+} // namespace platform_test
