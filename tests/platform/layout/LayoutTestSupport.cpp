@@ -1,8 +1,11 @@
 #include "layout/LayoutTestSupport.h"
 
+#include <algorithm>
+#include <limits>
 #include <numeric>
 
 #include "fonts/FontCollection.h"
+#include "fonts/FontFace.h"
 
 namespace platform_test {
 
@@ -236,6 +239,45 @@ std::vector<std::wstring> runTexts(const std::vector<DrawnCall>& runs) {
         texts.push_back(run.text);
     }
     return texts;
+}
+
+std::vector<std::vector<PlacedRun>> placedRuns(IDWriteTextLayout& layout) {
+    std::vector<std::vector<PlacedRun>> lines;
+    float baseline = -std::numeric_limits<float>::infinity();
+    for (const DrawnCall& run : drawnRuns(layout)) {
+        if (run.glyphs.empty()) {
+            continue;
+        }
+        if (run.y > baseline) {
+            lines.emplace_back();
+            baseline = run.y;
+        }
+        const bool isRightToLeft = run.bidiLevel % 2 == 1;
+        const float left = isRightToLeft ? run.x - run.advance() : run.x;
+        lines.back().push_back({{run.text.begin(), run.text.end()}, left, left + run.advance(), run.bidiLevel});
+    }
+    for (std::vector<PlacedRun>& line : lines) {
+        std::stable_sort(line.begin(), line.end(),
+                         [](const PlacedRun& a, const PlacedRun& b) { return a.left < b.left; });
+    }
+    return lines;
+}
+
+std::vector<std::u16string> visualTexts(const std::vector<PlacedRun>& line) {
+    std::vector<std::u16string> texts;
+    for (const PlacedRun& run : line) {
+        texts.push_back(run.text);
+    }
+    return texts;
+}
+
+float designWidth(const std::string& family, std::u16string_view text) {
+    platform::CFontFace& face = regularFace(family);
+    float width = 0.0F;
+    for (const char16_t unit : text) {
+        width += static_cast<float>(face.advance(face.nominalGlyph(unit)));
+    }
+    return width;
 }
 
 HRESULT Effect::QueryInterface(REFIID, void** object) {

@@ -123,6 +123,23 @@ std::vector<DrawnCall> drawnRuns(IDWriteTextLayout& layout, float x = 0.0F, floa
 /// The texts of the runs in the order in which they are drawn.
 std::vector<std::wstring> runTexts(const std::vector<DrawnCall>& runs);
 
+/// A run with glyphs as it stands on its line.
+struct PlacedRun {
+    std::u16string text;
+    float left = 0.0F;
+    float right = 0.0F;
+    unsigned level = 0;
+};
+/// The runs with glyphs of every line that has some, each line's from left to right.
+std::vector<std::vector<PlacedRun>> placedRuns(IDWriteTextLayout& layout);
+
+/// Their texts.
+std::vector<std::u16string> visualTexts(const std::vector<PlacedRun>& line);
+
+/// The advances of the characters of `text` in a family's regular font, in font units: what the text takes at the
+/// font's design size where nothing is kerned, joined or composed.
+float designWidth(const std::string& family, std::u16string_view text);
+
 /// An object with an identity and a count.
 class Effect final : public IUnknown {
 public:
