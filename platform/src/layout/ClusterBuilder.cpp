@@ -10,7 +10,7 @@
 
 #include "fonts/FontFace.h"
 #include "layout/Graphemes.h"
-#include "layout/Shaper.h"
+#include "layout/WordShaper.h"
 
 namespace platform {
 
@@ -172,7 +172,7 @@ private:
         request.isRightToLeft = item.isRightToLeft();
         const std::vector<hb_feature_t> features = featuresOf(item.typography);
         request.features = features;
-        shape(request, m_run);
+        shapeByWords(request, WordStore::threads(), m_run);
         m_space = item.face->nominalGlyph(U' ');
         for (std::size_t i = 0; i < m_run.size();) {
             std::size_t next = i + 1;

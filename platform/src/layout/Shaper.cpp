@@ -33,6 +33,8 @@ void fill(hb_buffer_t* buffer, const ShapeRequest& request) {
     hb_buffer_set_direction(buffer, request.isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_set_script(buffer, request.script);
     hb_buffer_set_language(buffer, request.language);
+    hb_buffer_set_flags(buffer,
+                        request.asksUnsafeToConcat ? HB_BUFFER_FLAG_PRODUCE_UNSAFE_TO_CONCAT : HB_BUFFER_FLAG_DEFAULT);
 }
 
 void read(hb_buffer_t* buffer, bool isRightToLeft, ShapedRun& run) {
@@ -50,7 +52,9 @@ void read(hb_buffer_t* buffer, bool isRightToLeft, ShapedRun& run) {
         glyph.advanceOffset = isRightToLeft ? -positions[i].x_offset : positions[i].x_offset;
         glyph.ascenderOffset = positions[i].y_offset;
         glyph.glyph = static_cast<std::uint16_t>(infos[i].codepoint);
-        glyph.isUnsafeToBreak = (hb_glyph_info_get_glyph_flags(&infos[i]) & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) != 0;
+        const unsigned flags = hb_glyph_info_get_glyph_flags(&infos[i]);
+        glyph.isUnsafeToBreak = (flags & HB_GLYPH_FLAG_UNSAFE_TO_BREAK) != 0;
+        glyph.isUnsafeToConcat = (flags & HB_GLYPH_FLAG_UNSAFE_TO_CONCAT) != 0;
     }
 }
 

@@ -25,6 +25,8 @@ struct ShapeRequest {
     hb_language_t language = HB_LANGUAGE_INVALID;
     bool isRightToLeft = false;
     std::span<const hb_feature_t> features;
+    /// Find isUnsafeToConcat out too, which takes longer.
+    bool asksUnsafeToConcat = false;
 };
 
 /// One glyph in design units. `advance` and `advanceOffset` point along the run's direction.
@@ -36,6 +38,8 @@ struct ShapedGlyph {
     std::uint16_t glyph;
     /// Breaking the text before this glyph's cluster changes shapes on either side.
     bool isUnsafeToBreak;
+    /// Text that is put before or after the run may change this glyph. False unless the request asks.
+    bool isUnsafeToConcat;
 };
 
 /// A run's glyphs in the order of the text. Clusters are text positions and never decrease.

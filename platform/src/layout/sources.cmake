@@ -29,4 +29,7 @@ list(APPEND PLATFORM_SOURCES
     src/layout/TextLayoutStyles.cpp
     src/layout/TextPipeline.cpp
     src/layout/Trimming.cpp
-    src/layout/Typography.cpp)
+    src/layout/Typography.cpp
+    src/layout/WordPlan.cpp
+    src/layout/WordShaper.cpp
+    src/layout/WordStore.cpp)

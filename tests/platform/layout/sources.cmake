@@ -18,4 +18,5 @@ list(APPEND PLATFORM_TESTS
     layout/ShaperTest.cpp
     layout/StagesTest.cpp
     layout/TextFormatTest.cpp
-    layout/TrimmingTest.cpp)
+    layout/TrimmingTest.cpp
+    layout/WordShaperTest.cpp)

@@ -61,6 +61,7 @@ CFontCollection& dataCollection() {
     static auto& collection = *new CFontCollection(FontSet{{{dataPath("Cff.otf"), 0},
                                                             {dataPath("Collection.ttc"), 0},
                                                             {dataPath("Collection.ttc"), 1},
+                                                            {dataPath("AcrossSpaces.ttf"), 0},
                                                             {dataPath("NoLetters.ttf"), 0},
                                                             {dataPath("NoOs2.ttf"), 0},
                                                             {dataPath("Russian.ttf"), 0},
