@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <Common/Exception.h>
+#include <Common/Violations.h>
 #include <FontEngine/FontEngine.h>
 
 #include "Input.h"
@@ -43,12 +44,14 @@ render::CRichTextDocument takeDocument(fuzz::Input& input) {
     return document;
 }
 
-/// Asks, and takes a refusal for an answer.
+/// Asks, and takes a refusal for an answer: of a size that the platform does not take, or that is not a number.
 template <class Ask>
 void attempt(Ask ask) {
     try {
         ask();
     } catch (const common::EException&) {
+        return;
+    } catch (const common::ECheckViolation&) {
         return;
     }
 }
