@@ -61,7 +61,7 @@ HRESULT CFontFallback::MapCharacters(IDWriteTextAnalysisSource* analysisSource, 
             return result;
         }
         CFontFamily* const family =
-            baseFamilyName != nullptr ? CFontCollection::of(baseFontCollection).findFamily(baseFamilyName) : nullptr;
+            baseFamilyName != nullptr ? CFontCollection::of(baseFontCollection).familyFor(baseFamilyName) : nullptr;
         SourceText text(*analysisSource, textPosition, locale.length);
         text.fetchBefore(NearbyLetters::reach);
         Mapping mapping;

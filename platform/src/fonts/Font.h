@@ -23,6 +23,8 @@ public:
     /// matched, simulations included.
     CFont(CFontFamily& family, FaceSource& source, const FaceTraits& traits, DWRITE_FONT_SIMULATIONS simulations,
           LocalizedNames faceNames);
+    /// Another font that has the face of `original`, which outlives it, as a member of another family.
+    CFont(CFontFamily& family, CFont& original);
     ~CFont();
 
     /// The face, made at the first call and kept.
@@ -62,6 +64,7 @@ private:
     const FaceTraits m_traits;
     const DWRITE_FONT_SIMULATIONS m_simulations;
     CLocalizedStrings m_faceNames;
+    CFont* const m_original = nullptr;
     std::atomic<CFontFace*> m_face = nullptr;
     std::mutex m_makingFace;
     std::unique_ptr<CFontFace> m_ownedFace;
