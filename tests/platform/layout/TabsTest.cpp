@@ -125,6 +125,26 @@ TEST(Tabs, StandBehindSpacesAtTheParagraphsLevel) {
     EXPECT_NEAR(stop, lines[0][2].left, 1e-2F);
 }
 
+TEST(Tabs, HangWithTheSpacesThatLeaveThemNoRoom) {
+    const std::u16string text = u"ab   \tcd";
+    const float box = widthOf(u"ab") + 10.0F;
+    const auto layout = aligned(text, DWRITE_TEXT_ALIGNMENT_TRAILING, box);
+    ASSERT_EQ((Texts{u"ab   \t", u"cd"}), lineTexts(text, *layout));
+    EXPECT_NEAR(10.0F, placedRuns(*layout)[0][0].left, 1e-2F);
+    EXPECT_NEAR(widthOf(u"ab"), metricsOf(*layout).width, 1e-2F);
+    EXPECT_EQ(4U, linesOf(*layout)[0].trailingWhitespaceLength);
+    EXPECT_EQ(0.0F, clustersOf(*layout)[5].width);
+}
+
+TEST(Tabs, NeedNoRoomAtALinesEnd) {
+    FLOAT width = 0.0F;
+    EXPECT_EQ(S_OK, aligned(u"ab\tcd", DWRITE_TEXT_ALIGNMENT_LEADING, 0.0F)->DetermineMinWidth(&width));
+    EXPECT_NEAR(widthOf(u"ab"), width, 1e-2F);
+    // No line breaks between a tab and a closing bracket.
+    EXPECT_EQ(S_OK, aligned(u"ab\t)", DWRITE_TEXT_ALIGNMENT_LEADING, 0.0F)->DetermineMinWidth(&width));
+    EXPECT_NEAR(stop + widthOf(u")"), width, 1e-2F);
+}
+
 TEST(Tabs, AtALinesEndCountAsWidth) {
     constexpr float box = 20000.0F;
     const auto layout = aligned(u"ab\t", DWRITE_TEXT_ALIGNMENT_TRAILING, box);
