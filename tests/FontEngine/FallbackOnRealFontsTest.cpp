@@ -1,4 +1,5 @@
 #include <FontEngine/IFontEngine.h>
+#include <FontEngine/ITextMetrics.h>
 
 #include <dwrite.h>
 
@@ -101,6 +102,21 @@ TEST(FallbackOnRealFonts, UnknownFamilyIsDrawnByFontsThatExist) {
         for (const UINT32 codePoint : codePointsOf(run.text))
             EXPECT_TRUE(familyHas(run.fontFamily, codePoint));
     }
+}
+
+TEST(FallbackOnRealFonts, TextInAWin32FamilyIsSetInItsFaces) {
+    // The narrow faces are members of Liberation Sans, and no family has their own name.
+    const auto runs = split(L"Wall \x58C1", L"Liberation Sans Narrow");
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[0].fontFamily, L"Liberation Sans Narrow");
+    const auto engine = fonts::createFontEngine(L"DejaVu Sans");
+    const auto metrics = fonts::createTextMetricsService(engine.get());
+    const auto widthIn = [&metrics](const wchar_t* family) {
+        const MbRect box = metrics->getTextRect(L"Wall 1:50", family, 2.5f, {});
+        return box.xmax - box.xmin;
+    };
+    // Their advances are 82 % of the usual ones.
+    EXPECT_NEAR(widthIn(L"Liberation Sans Narrow") / widthIn(L"Liberation Sans"), 0.82, 0.005);
 }
 
 TEST(FallbackOnRealFonts, SurrogatePairOfAKnownCharacterIsNotSplit) {
