@@ -197,7 +197,8 @@ Mapping FallbackMapper::map(std::u16string_view text, std::size_t position, std:
     }
     const std::size_t end = position + std::min(length, text.size() - position);
     const auto getOrder = [&] { return m_orders.get(locale, weight, style, stretch); };
-    CFont* const base = baseFamily != nullptr ? &baseFamily->match(weight, stretch, style) : getOrder()->first();
+    CFont* const base =
+        baseFamily != nullptr ? &baseFamily->match(weight, stretch, style).original() : getOrder()->first();
     return StretchFinder(text, position, end, base, getOrder).find();
 }
 

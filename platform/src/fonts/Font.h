@@ -35,6 +35,8 @@ public:
     /// Whether `face` is this font's; does not make one.
     bool hasFace(const IDWriteFontFace* face) const noexcept;
     CFontFamily& family() const noexcept { return m_family; }
+    /// The member of the collection that this font shares its face with; itself if it is one.
+    CFont& original() noexcept { return m_original != nullptr ? *m_original : *this; }
     const FaceSource& source() const noexcept { return m_source; }
     const FaceTraits& traits() const noexcept { return m_traits; }
     DWRITE_FONT_WEIGHT weight() const noexcept { return m_traits.weight; }

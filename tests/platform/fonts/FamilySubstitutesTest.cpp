@@ -11,6 +11,7 @@
 #include <dwrite_2.h>
 #include <gmock/gmock.h>
 
+#include "fallback/FallbackMapper.h"
 #include "fonts/FontSet.h"
 
 namespace platform::test {
@@ -127,6 +128,16 @@ TEST(FamilySubstitutes, SetTheTextOfLayoutsThatAskForThem) {
     const float narrow = widthIn(L"Liberation Sans", DWRITE_FONT_STRETCH_CONDENSED);
     EXPECT_EQ(widthIn(L"Liberation Sans Narrow", DWRITE_FONT_STRETCH_NORMAL), narrow);
     EXPECT_LT(narrow, 0.9F * widthIn(L"Liberation Sans", DWRITE_FONT_STRETCH_NORMAL));
+}
+
+TEST(FamilySubstitutes, AreHandedOutByFallbackAsMembersOfTheirOwnFamily) {
+    CFontFamily* const narrow = CFontCollection::system().familyFor(L"Liberation Sans Narrow");
+    const Mapping mapping = FallbackMapper::system().map(u"abc", 0, 3, L"", narrow, DWRITE_FONT_WEIGHT_BOLD,
+                                                         DWRITE_FONT_STYLE_NORMAL, DWRITE_FONT_STRETCH_NORMAL);
+    ASSERT_EQ(mapping.length, 3u);
+    EXPECT_EQ(mapping.font, &fontOfFile("fonts-liberation/LiberationSansNarrow-Bold.ttf"));
+    EXPECT_EQ(nameOf(&mapping.font->family()), L"Liberation Sans");
+    EXPECT_EQ(mapping.font->GetStretch(), DWRITE_FONT_STRETCH_CONDENSED);
 }
 
 /// Writes which families stand for names that the rules of a configuration are about, and ends the process.
