@@ -53,12 +53,7 @@ private:
 
     void copyPairs() {
         try {
-            bool first = true;
-            while (const std::optional<Pair> pair = m_pairs.next()) {
-                if (first) {
-                    write(m_pairs.prefix());
-                    first = false;
-                }
+            while (const std::optional<Pair> pair = nextPair()) {
                 reportProgress();
                 take(*pair);
                 if (pair->is(0, "EOF")) {
@@ -77,6 +72,16 @@ private:
         write(m_entity);
         m_entity.clear();
         m_text = nullptr;
+    }
+
+    /// What stands before the first pair is known once that was looked for, and is copied even if there is none.
+    std::optional<Pair> nextPair() {
+        const std::optional<Pair> pair = m_pairs.next();
+        if (!m_prefixWritten) {
+            write(m_pairs.prefix());
+            m_prefixWritten = true;
+        }
+        return pair;
     }
 
     void take(const Pair& pair) {
@@ -229,6 +234,7 @@ private:
     std::string m_entity;               ///< Its bytes so far.
     EntityOriginReader m_origin;
     std::uint64_t m_reported = 0;
+    bool m_prefixWritten = false;
     bool m_seedNeeded = false;
     bool m_seedWritten = false;
     bool m_atSectionName = false;

@@ -8,6 +8,14 @@ enum DWRITE_VERTICAL_GLYPH_ORIENTATION : INT32 {
     DWRITE_VERTICAL_GLYPH_ORIENTATION_STACKED = 1
 };
 
+/// By how much glyphs are turned clockwise from standing upright.
+enum DWRITE_GLYPH_ORIENTATION_ANGLE : INT32 {
+    DWRITE_GLYPH_ORIENTATION_ANGLE_0_DEGREES = 0,
+    DWRITE_GLYPH_ORIENTATION_ANGLE_90_DEGREES = 1,
+    DWRITE_GLYPH_ORIENTATION_ANGLE_180_DEGREES = 2,
+    DWRITE_GLYPH_ORIENTATION_ANGLE_270_DEGREES = 3
+};
+
 struct IDWriteFactory1 : IDWriteFactory {};
 
 struct IDWriteTextAnalysisSource1 : IDWriteTextAnalysisSource {

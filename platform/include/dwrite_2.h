@@ -2,6 +2,32 @@
 
 #include <dwrite_1.h>
 
+/// A renderer that can turn glyphs. A layout asks its renderer for this, and calls these operations instead of those of
+/// the same names if it gets it. The lines of a layout are horizontal: every angle is 0.
+struct IDWriteTextRenderer1 : IDWriteTextRenderer {
+    virtual HRESULT STDMETHODCALLTYPE DrawGlyphRun(void* clientDrawingContext, FLOAT baselineOriginX,
+                                                   FLOAT baselineOriginY,
+                                                   DWRITE_GLYPH_ORIENTATION_ANGLE orientationAngle,
+                                                   DWRITE_MEASURING_MODE measuringMode,
+                                                   const DWRITE_GLYPH_RUN* glyphRun,
+                                                   const DWRITE_GLYPH_RUN_DESCRIPTION* glyphRunDescription,
+                                                   IUnknown* clientDrawingEffect) = 0;
+    virtual HRESULT STDMETHODCALLTYPE DrawUnderline(void* clientDrawingContext, FLOAT baselineOriginX,
+                                                    FLOAT baselineOriginY,
+                                                    DWRITE_GLYPH_ORIENTATION_ANGLE orientationAngle,
+                                                    const DWRITE_UNDERLINE* underline,
+                                                    IUnknown* clientDrawingEffect) = 0;
+    virtual HRESULT STDMETHODCALLTYPE DrawStrikethrough(void* clientDrawingContext, FLOAT baselineOriginX,
+                                                        FLOAT baselineOriginY,
+                                                        DWRITE_GLYPH_ORIENTATION_ANGLE orientationAngle,
+                                                        const DWRITE_STRIKETHROUGH* strikethrough,
+                                                        IUnknown* clientDrawingEffect) = 0;
+    virtual HRESULT STDMETHODCALLTYPE DrawInlineObject(void* clientDrawingContext, FLOAT originX, FLOAT originY,
+                                                       DWRITE_GLYPH_ORIENTATION_ANGLE orientationAngle,
+                                                       IDWriteInlineObject* inlineObject, BOOL isSideways,
+                                                       BOOL isRightToLeft, IUnknown* clientDrawingEffect) = 0;
+};
+
 /// Finds fonts for characters that a wished-for family lacks. Thread-safe.
 struct IDWriteFontFallback : IUnknown {
     /// Maps the text from `textPosition` on to one font.
@@ -25,5 +51,6 @@ struct IDWriteFactory2 : IDWriteFactory1 {
     virtual HRESULT STDMETHODCALLTYPE GetSystemFontFallback(IDWriteFontFallback** fontFallback) = 0;
 };
 
+PLATFORM_UUID(IDWriteTextRenderer1, "d3e0e934-22a0-427e-aae4-7d9574b59db1");
 PLATFORM_UUID(IDWriteFontFallback, "efa008f9-f7a1-48bf-b05c-f224713cc0ff");
 PLATFORM_UUID(IDWriteFactory2, "0439fc60-ca44-4994-8dee-3a9af7b732ec");

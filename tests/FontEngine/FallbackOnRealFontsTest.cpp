@@ -1,71 +1,16 @@
 #include <FontEngine/IFontEngine.h>
-
-#include <dwrite.h>
+#include <FontEngine/ITextMetrics.h>
 
 #include <gtest/gtest.h>
 
 #include <Common/Utf.h>
 #include <oslayer/Errors.h>
-#include <oslayer/com_ptr.h>
-#include <render/RichTextDocument.h>
+
+#include "FallbackRuns.h"
 
 using render::SRichTextToken;
 
-namespace {
-
-std::vector<SRichTextToken> split(const std::wstring& text, const std::wstring& family = L"Liberation Sans",
-                                  float capSize = 2.5f) {
-    const auto engine = fonts::createFontEngine(L"DejaVu Sans");
-    return engine->splitTokenByFallbackFonts(render::makeToken(text, family, capSize, {}));
-}
-
-// Code points of UTF-16 text; a lone surrogate stands for itself.
-std::vector<UINT32> codePointsOf(const std::wstring& text) {
-    std::vector<UINT32> codePoints;
-    for (std::size_t i = 0; i < text.length(); ++i) {
-        const auto unit = static_cast<UINT32>(text[i]);
-        if (unit >= 0xD800 && unit < 0xDC00 && i + 1 < text.length())
-            codePoints.push_back(0x10000 + ((unit - 0xD800) << 10) + (static_cast<UINT32>(text[++i]) - 0xDC00));
-        else
-            codePoints.push_back(unit);
-    }
-    return codePoints;
-}
-
-// Whether some font of the family has the character.
-bool familyHas(const std::wstring& familyName, UINT32 codePoint) {
-    oslayer::com_ptr<IUnknown> unknown;
-    DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory), &unknown);
-    oslayer::com_ptr<IDWriteFactory> factory;
-    factory.queryFrom(unknown);
-    oslayer::com_ptr<IDWriteFontCollection> collection;
-    factory->GetSystemFontCollection(&collection);
-    UINT32 index = 0;
-    BOOL exists = FALSE;
-    collection->FindFamilyName(familyName.c_str(), &index, &exists);
-    if (!exists)
-        return false;
-    oslayer::com_ptr<IDWriteFontFamily> family;
-    collection->GetFontFamily(index, &family);
-    for (UINT32 i = 0; i < family->GetFontCount(); ++i) {
-        oslayer::com_ptr<IDWriteFont> font;
-        family->GetFont(i, &font);
-        BOOL has = FALSE;
-        font->HasCharacter(codePoint, &has);
-        if (has)
-            return true;
-    }
-    return false;
-}
-
-std::wstring joined(const std::vector<SRichTextToken>& runs) {
-    std::wstring text;
-    for (const SRichTextToken& run : runs)
-        text += run.text;
-    return text;
-}
-
-} // namespace
+using namespace fallbackruns;
 
 TEST(FallbackOnRealFonts, TextOfOneFontStaysOneRun) {
     for (const wchar_t* text : {L"Wall 1:50", L"Стена", L"Τοίχος", L"a"}) {
@@ -93,23 +38,34 @@ TEST(FallbackOnRealFonts, MixedScriptsAreCutIntoRunsOfFontsThatHaveThem) {
                 << common::utf8FromWide(run.fontFamily) << " for " << codePoint;
 }
 
-TEST(FallbackOnRealFonts, UnknownFamilyIsDrawnByFontsThatExist) {
-    const auto runs = split(L"Wall \x58C1", L"No Such Family");
-    ASSERT_EQ(joined(runs), L"Wall \x58C1");
-    for (const SRichTextToken& run : runs) {
-        EXPECT_NE(run.fontFamily, L"No Such Family");
-        for (const UINT32 codePoint : codePointsOf(run.text))
-            EXPECT_TRUE(familyHas(run.fontFamily, codePoint));
-    }
+TEST(FallbackOnRealFonts, TextInAWin32FamilyIsSetInTheFamilyItsFacesBelongTo) {
+    // No family has the narrow faces' own name, and tokens ask for the usual width.
+    const auto runs = split(L"Wall \x58C1", L"Liberation Sans Narrow");
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[0].text, L"Wall ");
+    EXPECT_EQ(runs[0].fontFamily, L"Liberation Sans");
+    const auto engine = fonts::createFontEngine(L"DejaVu Sans");
+    const auto metrics = fonts::createTextMetricsService(engine.get());
+    const auto widthIn = [&metrics](const wchar_t* family) {
+        const MbRect box = metrics->getTextRect(L"Wall 1:50", family, 2.5f, {});
+        return box.xmax - box.xmin;
+    };
+    EXPECT_EQ(widthIn(L"Liberation Sans Narrow"), widthIn(L"Liberation Sans"));
+    EXPECT_NE(widthIn(L"No Such Family"), widthIn(L"Liberation Sans"));
 }
 
 TEST(FallbackOnRealFonts, SurrogatePairOfAKnownCharacterIsNotSplit) {
-    // A mathematical bold A, which Liberation Sans lacks.
-    const std::wstring text = L"a\xD835\xDC00z";
+    // An ideograph of a supplementary plane, which Liberation Sans lacks.
+    const std::wstring text = L"a\xD842\xDFB7z";
     const auto runs = split(text);
     ASSERT_EQ(runs.size(), 3u);
-    EXPECT_EQ(runs[1].text, L"\xD835\xDC00");
-    EXPECT_TRUE(familyHas(runs[1].fontFamily, 0x1D400));
+    EXPECT_EQ(runs[1].text, L"\xD842\xDFB7");
+    EXPECT_TRUE(familyHas(runs[1].fontFamily, 0x20BB7));
+}
+
+TEST(FallbackOnRealFonts, BaseAndItsMarksStayInOneRun) {
+    // Hebrew with points.
+    EXPECT_EQ(split(L"\x05E9\x05C1\x05B8\x05DC", L"Noto Sans Hebrew").size(), 1u);
 }
 
 TEST(FallbackOnRealFonts, CharactersThatNoFontHasComeOneTokenPerUnitInTheFamilyAskedFor) {
@@ -130,17 +86,6 @@ TEST(FallbackOnRealFonts, CharactersThatNoFontHasComeOneTokenPerUnitInTheFamilyA
 TEST(FallbackOnRealFonts, LoneSurrogatesAreTextLikeAnyOther) {
     EXPECT_EQ(joined(split(L"a\xD83Dz")), L"a\xD83Dz");
     EXPECT_EQ(joined(split(L"\xDE00")), L"\xDE00");
-}
-
-TEST(FallbackOnRealFonts, BaseAndItsMarksStayInOneRun) {
-    // Hebrew with points, and a Latin letter with a mark that its font lacks.
-    const std::wstring pointed = L"\x05E9\x05C1\x05B8\x05DC";
-    ASSERT_EQ(split(pointed, L"No Such Family").size(), 1u);
-    const std::wstring marked = L"abe\x1DC4z";
-    const auto runs = split(marked);
-    EXPECT_EQ(joined(runs), marked);
-    for (const SRichTextToken& run : runs)
-        EXPECT_NE(run.text.front(), L'\x1DC4');
 }
 
 TEST(FallbackOnRealFonts, EmptyTextGivesNoRuns) {

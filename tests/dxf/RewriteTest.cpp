@@ -125,6 +125,12 @@ TEST(Rewrite, WithoutReplacementTheCopyEqualsTheOriginalByteForByte) {
     }
 }
 
+TEST(Rewrite, AByteOrderMarkIsCopiedAlsoWhereNoPairFollows) {
+    for (const std::string& bytes : {std::string("\xEF\xBB\xBF"), std::string("\xEF\xBB\xBF  0\n")}) {
+        EXPECT_EQ(copied(bytes), bytes);
+    }
+}
+
 TEST(Rewrite, EveryCutOfADrawingIsCopied) {
     const std::string bytes = seeded("2A") + section("ENTITIES", oneMText) + endMark();
     for (std::size_t length = bytes.find("HEADER") + 7; length <= bytes.size(); ++length) {

@@ -1,8 +1,6 @@
 #include <array>
 #include <cstddef>
 #include <memory>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include <FontEngine/FontEngine.h>
@@ -14,7 +12,7 @@
 namespace property {
 namespace {
 
-constexpr int paragraphCount = 500;
+constexpr int paragraphCount = 2000;
 
 std::vector<DWRITE_CLUSTER_METRICS> clustersOf(IDWriteTextLayout& layout) {
     UINT32 count = 0;
@@ -28,23 +26,6 @@ DWRITE_TEXT_METRICS metricsOf(IDWriteTextLayout& layout) {
     DWRITE_TEXT_METRICS metrics{};
     EXPECT_EQ(S_OK, layout.GetMetrics(&metrics));
     return metrics;
-}
-
-/// Where the caret before `position` stands.
-std::pair<float, float> caretAt(IDWriteTextLayout& layout, UINT32 position) {
-    DWRITE_HIT_TEST_METRICS hit{};
-    std::pair<float, float> caret;
-    EXPECT_EQ(S_OK, layout.HitTestTextPosition(position, FALSE, &caret.first, &caret.second, &hit));
-    return caret;
-}
-
-/// The family that draws each unit of the text.
-std::vector<std::wstring> familiesOf(const fonts::SLayoutDesc& layout) {
-    std::vector<std::wstring> families;
-    for (const fonts::SLayoutRun& run : layout.runs) {
-        families.insert(families.end(), run.range.length, run.token.fontFamily);
-    }
-    return families;
 }
 
 class LineProperties : public testing::Test {
@@ -65,7 +46,9 @@ TEST_F(LineProperties, WideningNeverAddsLines) {
         const fonts::SLayoutDesc layout = layOut(random.paragraph());
         EXPECT_EQ(S_OK, layout.pObject->SetWordWrapping(wrappings[random.below(wrappings.size())]));
         UINT32 before = 0xFFFFFFFF;
-        for (float width = 2.0F; width < 600.0F; width *= 1.31F) {
+        // A dozen widths, elsewhere for every text.
+        const float step = 1.3F + 0.01F * static_cast<float>(random.below(80));
+        for (float width = 2.0F; width < 300.0F; width *= step) {
             EXPECT_EQ(S_OK, layout.pObject->SetMaxWidth(width));
             const UINT32 lines = metricsOf(*layout.pObject).lineCount;
             EXPECT_LE(lines, before) << width;
@@ -100,54 +83,6 @@ TEST_F(LineProperties, ClustersAndLinesCoverTheTextOnce) {
         EXPECT_EQ(units, ofLines);
         EXPECT_NEAR(height, metrics.height, 1e-5F * height);
     }
-}
-
-TEST_F(LineProperties, CuttingATokenInTwoMovesNothing) {
-    RandomDocuments random(13);
-    int cuts = 0;
-    int inOtherFonts = 0;
-    for (int i = 0; i < paragraphCount; ++i) {
-        SCOPED_TRACE(i);
-        const render::CRichTextParagraph paragraph = random.paragraph();
-        const fonts::SLayoutDesc whole = layOut(paragraph);
-        const auto clusters = clustersOf(*whole.pObject);
-        // Between clusters: what is drawn together goes by the style of its first unit.
-        std::size_t cut = 0;
-        for (std::size_t left = 1 + random.below(clusters.size()), next = 0; next < left; ++next) {
-            cut += clusters[next].length;
-        }
-        render::CRichTextParagraph parts;
-        parts.alignment = paragraph.alignment;
-        parts.noWrap = paragraph.noWrap;
-        std::size_t start = 0;
-        for (const render::SRichTextToken& token : paragraph.tokens) {
-            const std::size_t end = start + token.text.size();
-            parts.tokens.push_back(token);
-            if (start < cut && cut < end) {
-                parts.tokens.back().text = token.text.substr(0, cut - start);
-                parts.tokens.push_back(token);
-                parts.tokens.back().text = token.text.substr(cut - start);
-                ++cuts;
-            }
-            start = end;
-        }
-        const fonts::SLayoutDesc divided = layOut(parts);
-        if (familiesOf(whole) != familiesOf(divided)) {
-            // Fallback looks at one token at a time: a newline or a comma may go with neighbours in its own token only.
-            ++inOtherFonts;
-            continue;
-        }
-        const float width = 5.0F + static_cast<float>(random.below(200));
-        EXPECT_EQ(S_OK, whole.pObject->SetMaxWidth(width));
-        EXPECT_EQ(S_OK, divided.pObject->SetMaxWidth(width));
-        const auto length = static_cast<UINT32>(start);
-        for (UINT32 position = 0; position <= length; ++position) {
-            ASSERT_EQ(caretAt(*whole.pObject, position), caretAt(*divided.pObject, position))
-                << position << " after a cut at " << cut;
-        }
-    }
-    EXPECT_LE(paragraphCount / 2, cuts);
-    EXPECT_GE(paragraphCount / 10, inOtherFonts);
 }
 
 } // namespace

@@ -66,15 +66,20 @@ constexpr std::array families{L"DejaVu Sans",       L"DejaVu Serif",     L"Liber
 
 constexpr std::array sizes{1.0F, 2.5F, 3.5F, 7.0F, 12.0F};
 
-constexpr std::array alignments{render::eRichTextParagraphAlignment::Left, render::eRichTextParagraphAlignment::Right,
-                                render::eRichTextParagraphAlignment::Center,
+constexpr std::array verticalAlignments{
+    render::eRichTextParagraphVerticalAlignment::Default, render::eRichTextParagraphVerticalAlignment::Top,
+    render::eRichTextParagraphVerticalAlignment::Middle, render::eRichTextParagraphVerticalAlignment::Bottom};
+
+constexpr std::array alignments{render::eRichTextParagraphAlignment::Default, render::eRichTextParagraphAlignment::Left,
+                                render::eRichTextParagraphAlignment::Right, render::eRichTextParagraphAlignment::Center,
                                 render::eRichTextParagraphAlignment::Justify};
 
 } // namespace
 
 std::wstring RandomDocuments::text(std::size_t maxPieces) {
     std::wstring text;
-    for (std::size_t left = 1 + below(maxPieces); left > 0; --left) {
+    // Most texts of drawings are short; every fourth is as long as it may be.
+    for (std::size_t left = 1 + below(below(4) == 0 ? maxPieces : 2); left > 0; --left) {
         text += common::wideFromUtf8(words[below(words.size())]);
         text += common::wideFromUtf8(separators[below(separators.size())]);
         if (below(40) == 0) {
@@ -88,11 +93,12 @@ render::CRichTextParagraph RandomDocuments::paragraph() {
     render::CRichTextParagraph paragraph;
     for (std::size_t left = 1 + below(3); left > 0; --left) {
         render::SRichTextToken token =
-            render::makeToken(text(6), families[below(families.size())], sizes[below(sizes.size())], {});
+            render::makeToken(text(8), families[below(families.size())], sizes[below(sizes.size())], {});
         token.fontStyle = {below(4) == 0, below(4) == 0, below(4) == 0};
         paragraph.tokens.push_back(std::move(token));
     }
     paragraph.alignment = alignments[below(alignments.size())];
+    paragraph.verticalAlignment = verticalAlignments[below(verticalAlignments.size())];
     paragraph.noWrap = below(8) == 0;
     return paragraph;
 }

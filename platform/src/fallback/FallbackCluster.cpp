@@ -6,7 +6,6 @@
 
 #include <unicode/uchar.h>
 #include <unicode/unorm2.h>
-#include <unicode/uscript.h>
 #include <unicode/utf16.h>
 
 namespace platform {
@@ -56,9 +55,13 @@ bool isRider(char32_t character) {
     }
 }
 
-bool isCommon(char32_t character) {
+UScriptCode scriptOf(char32_t character) {
     UErrorCode error = U_ZERO_ERROR;
-    const UScriptCode script = uscript_getScript(static_cast<UChar32>(character), &error);
+    return uscript_getScript(static_cast<UChar32>(character), &error);
+}
+
+bool isCommon(char32_t character) {
+    const UScriptCode script = scriptOf(character);
     return script == USCRIPT_COMMON || script == USCRIPT_INHERITED;
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <boost/container/small_vector.hpp>
+#include <unicode/uscript.h>
 
 namespace platform {
 
@@ -32,6 +33,8 @@ struct FallbackCluster {
 
 /// Takes the grapheme text[start, end) apart.
 FallbackCluster fallbackCluster(std::u16string_view text, std::size_t start, std::size_t end);
+
+UScriptCode scriptOf(char32_t character);
 
 /// Whether a character belongs to no script of its own: punctuation, symbols, digits, spaces, marks.
 bool isCommon(char32_t character);

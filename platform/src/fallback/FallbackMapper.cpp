@@ -7,6 +7,7 @@
 #include <unicode/utf16.h>
 
 #include "fallback/FallbackCluster.h"
+#include "fallback/NearbyLetters.h"
 #include "fallback/SimpleCharacters.h"
 #include "fonts/Font.h"
 #include "fonts/FontCollection.h"
@@ -18,21 +19,13 @@ namespace platform {
 
 namespace {
 
-/// How far ahead of leading punctuation the text that decides about it is looked for.
-constexpr std::size_t lookAhead = 64;
-
-bool covers(CFont& font, std::u32string_view characters) {
-    const CFontFace& face = font.face();
-    return std::all_of(characters.begin(), characters.end(), [&face](char32_t c) { return face.hasCharacter(c); });
-}
-
 /// Finds the stretch of one question. Gets the order of fallback only when the base font does not suffice.
 template <typename GetOrder>
 class StretchFinder {
 public:
     StretchFinder(std::u16string_view text, std::size_t position, std::size_t end, CFont* base, GetOrder getOrder)
         : m_text(text), m_start(position), m_end(end), m_at(position), m_base(base), m_getOrder(std::move(getOrder)),
-          m_graphemes(text) {}
+          m_graphemes(text), m_nearby(text, base) {}
 
     Mapping find() {
         while (m_at < m_end) {
@@ -62,7 +55,7 @@ private:
         const std::size_t from = m_at;
         if (m_base != nullptr && (!m_decided || m_font == m_base)) {
             const CFontFace& base = m_base->face();
-            takeWhile([&base](char16_t unit) { return base.hasCharacter(unit); });
+            takeWhile(m_end, [&base](char16_t unit) { return base.hasCharacter(unit); });
             if (m_at > from) {
                 m_decided = true;
                 m_font = m_base;
@@ -70,14 +63,15 @@ private:
         } else if (m_font != nullptr) {
             const CFontFace& base = m_base->face();
             const FallbackOrder& order = this->order();
-            takeWhile([&](char16_t unit) { return !base.hasCharacter(unit) && order.fontFor(unit) == m_font; });
+            const std::size_t end = std::min(m_end, m_nearby.agreedUntil());
+            takeWhile(end, [&](char16_t unit) { return !base.hasCharacter(unit) && order.fontFor(unit) == m_font; });
         }
     }
 
     template <typename Drawn>
-    void takeWhile(Drawn drawn) {
+    void takeWhile(std::size_t end, Drawn drawn) {
         const std::size_t from = m_at;
-        while (m_at < m_end && SimpleCharacters::contains(m_text[m_at]) && drawn(m_text[m_at])) {
+        while (m_at < end && SimpleCharacters::contains(m_text[m_at]) && drawn(m_text[m_at])) {
             ++m_at;
         }
         // What stopped the run may be a mark of the last character.
@@ -148,19 +142,19 @@ private:
             return m_base;
         }
         if (std::all_of(needed.begin(), needed.end(), isCommon)) {
-            CFont* const neighbour = m_decided ? m_font : fontOfWhatFollows(end);
+            CFont* const neighbour = m_decided ? m_font : fontBeside(end);
             if (neighbour != nullptr && neighbour != m_base && covers(*neighbour, needed)) {
                 return neighbour;
             }
         }
-        if (CFont* const font = order().fontForAll(needed)) {
+        if (CFont* const font = m_nearby.fontFor(needed, m_at, order())) {
             return font;
         }
         // Nobody has all of it: whoever has the letter leaves the mark out.
         if (m_base != nullptr && m_base->face().hasCharacter(needed.front())) {
             return m_base;
         }
-        return order().fontFor(needed.front());
+        return m_nearby.fontFor(needed.substr(0, 1), m_at, order());
     }
 
     static bool coversComposed(CFont& font, const FallbackCluster& cluster) {
@@ -168,22 +162,10 @@ private:
         return !characters.empty() && covers(font, {characters.data(), characters.size()});
     }
 
-    /// The fallback font of the first letter after a position; null if the base draws that or the line ends before.
-    CFont* fontOfWhatFollows(std::size_t position) {
-        const std::size_t limit = std::min(m_end, position + lookAhead);
-        while (position < limit) {
-            UChar32 c = 0;
-            U16_NEXT(m_text.data(), position, m_end, c);
-            const auto character = static_cast<char32_t>(c);
-            if (isCommon(character)) {
-                continue;
-            }
-            if (m_base != nullptr && m_base->face().hasCharacter(character)) {
-                return nullptr;
-            }
-            return order().fontFor(character);
-        }
-        return nullptr;
+    /// The fallback font of the letter before the cluster at hand, else of the one after it.
+    CFont* fontBeside(std::size_t end) {
+        CFont* const before = m_nearby.fontBefore(m_at, order());
+        return before != nullptr ? before : m_nearby.fontAfter(end, order());
     }
 
     const std::u16string_view m_text;
@@ -194,6 +176,7 @@ private:
     GetOrder m_getOrder;
     std::shared_ptr<const FallbackOrder> m_order;
     Graphemes m_graphemes;
+    NearbyLetters m_nearby;
     // Whether something other than riders was taken; then m_font draws it, or nobody does.
     bool m_decided = false;
     CFont* m_font = nullptr;
@@ -214,7 +197,8 @@ Mapping FallbackMapper::map(std::u16string_view text, std::size_t position, std:
     }
     const std::size_t end = position + std::min(length, text.size() - position);
     const auto getOrder = [&] { return m_orders.get(locale, weight, style, stretch); };
-    CFont* const base = baseFamily != nullptr ? &baseFamily->match(weight, stretch, style) : getOrder()->first();
+    CFont* const base =
+        baseFamily != nullptr ? &baseFamily->match(weight, stretch, style).original() : getOrder()->first();
     return StretchFinder(text, position, end, base, getOrder).find();
 }
 

@@ -45,8 +45,9 @@ public:
     /// font.
     ///
     /// `length` is cut to the text's end. `locale` is a BCP 47 name, empty for the user's own. `baseFamily` may be
-    /// null: then the first font of the order stands in for it. The stretch ends at the latest where `length` does,
-    /// even in a cluster.
+    /// null: then the first font of the order stands in for it. Fonts are members of the collection's own families,
+    /// also where the base is a substitute of one. The stretch ends at the latest where `length` does, even in a
+    /// cluster.
     Mapping map(std::u16string_view text, std::size_t position, std::size_t length, const std::wstring& locale,
                 CFontFamily* baseFamily, DWRITE_FONT_WEIGHT weight, DWRITE_FONT_STYLE style,
                 DWRITE_FONT_STRETCH stretch);

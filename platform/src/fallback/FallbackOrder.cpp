@@ -25,15 +25,18 @@ constexpr std::uint16_t placeOf(std::size_t entry, bool own) {
 /// Sequences are rare (marks that the first choice lacks), so forgetting them all now and then costs little.
 constexpr std::size_t mostSequences = 4096;
 
-bool covers(CFont& font, std::u32string_view characters) {
-    const CFontFace& face = font.face();
-    return std::all_of(characters.begin(), characters.end(), [&face](char32_t c) { return face.hasCharacter(c); });
+/// The same for the letters around places of a text.
+constexpr std::size_t mostSets = 256;
+
+UScriptCode scriptOfAll(std::u32string_view characters) {
+    const auto letter = std::find_if_not(characters.begin(), characters.end(), isCommon);
+    return letter != characters.end() ? scriptOf(*letter) : USCRIPT_COMMON;
 }
 
-UScriptCode scriptOf(std::u32string_view characters) {
-    const auto letter = std::find_if_not(characters.begin(), characters.end(), isCommon);
-    UErrorCode error = U_ZERO_ERROR;
-    return letter != characters.end() ? uscript_getScript(static_cast<UChar32>(*letter), &error) : USCRIPT_COMMON;
+std::size_t countIn(CFont& font, std::u32string_view characters) {
+    const CFontFace& face = font.face();
+    return static_cast<std::size_t>(
+        std::count_if(characters.begin(), characters.end(), [&face](char32_t c) { return face.hasCharacter(c); }));
 }
 
 bool isMadeFor(const ListedFont& font, const std::string& language) {
@@ -43,6 +46,11 @@ bool isMadeFor(const ListedFont& font, const std::string& language) {
 }
 
 } // namespace
+
+bool covers(CFont& font, std::u32string_view characters) {
+    const CFontFace& face = font.face();
+    return std::all_of(characters.begin(), characters.end(), [&face](char32_t c) { return face.hasCharacter(c); });
+}
 
 FallbackOrder::FallbackOrder(const CFontCollection& collection, const FallbackKey& key) : m_language(key.language) {
     std::vector<ListedFont> fonts = fontconfigOrder(collection, key);
@@ -101,7 +109,7 @@ std::uint16_t FallbackOrder::placeIn(std::size_t entry, std::u32string_view char
 }
 
 std::uint16_t FallbackOrder::find(std::u32string_view characters) const {
-    const UScriptCode script = scriptOf(characters);
+    const UScriptCode script = scriptOfAll(characters);
     const Preference& preferred = preferenceFor(script);
     for (const bool wanted : {true, false}) {
         for (std::size_t i = 0; i < m_entries.size(); ++i) {
@@ -163,6 +171,49 @@ CFont* FallbackOrder::fontForAll(std::u32string_view characters) const {
         m_sequences.clear();
     }
     m_sequences.emplace(sequence, place);
+    return resolve(place);
+}
+
+std::uint16_t FallbackOrder::bestPlaceFor(std::u32string_view characters) const {
+    const Preference& preferred = preferenceFor(scriptOfAll(characters));
+    std::uint16_t best = noPlace;
+    std::size_t most = 0;
+    for (const bool wanted : {true, false}) {
+        for (std::size_t i = 0; i < m_entries.size() && most < characters.size(); ++i) {
+            const FcCharSet* const coverage = m_entries[i].listed.coverage();
+            const auto isListed = [coverage](char32_t c) { return FcCharSetHasChar(coverage, c) != FcFalse; };
+            const auto listed = std::count_if(characters.begin(), characters.end(), isListed);
+            if (preferred[i] != wanted || static_cast<std::size_t>(listed) <= most) {
+                continue;
+            }
+            for (const bool own : {false, true}) {
+                const std::uint16_t place = placeOf(i, own);
+                if (const std::size_t count = countIn(*resolve(place), characters); count > most) {
+                    most = count;
+                    best = place;
+                }
+            }
+        }
+        if (best != noPlace) {
+            break;
+        }
+    }
+    return best;
+}
+
+CFont* FallbackOrder::fontForMost(const std::u32string& characters) const {
+    {
+        const std::lock_guard lock(m_guard);
+        if (const auto known = m_sets.find(characters); known != m_sets.end()) {
+            return resolve(known->second);
+        }
+    }
+    const std::uint16_t place = bestPlaceFor(characters);
+    const std::lock_guard lock(m_guard);
+    if (m_sets.size() >= mostSets) {
+        m_sets.clear();
+    }
+    m_sets.emplace(characters, place);
     return resolve(place);
 }
 

@@ -15,6 +15,9 @@
 
 namespace platform {
 
+/// Whether a font has all of the characters.
+bool covers(CFont& font, std::u32string_view characters);
+
 /// The fonts of a collection in the order in which they stand in for others, and what was found out about characters.
 ///
 /// A character goes to the first font that has it and is made for a language of its script, as Fontconfig knows fonts'
@@ -33,6 +36,9 @@ public:
     CFont* fontFor(char32_t character) const;
     /// A font that has all the characters, of which there is at least one; null if none.
     CFont* fontForAll(std::u32string_view characters) const;
+    /// The font that has most of the characters: of those made for a language of the first one's script if any such
+    /// font has one of them, else of all; the first one where several have as many. Null if none has any.
+    CFont* fontForMost(const std::u32string& characters) const;
     /// A colour font that has all the characters, `preferred` if that is one; null if none.
     CFont* emojiFontForAll(std::u32string_view characters, const CFont* preferred) const;
 
@@ -47,6 +53,7 @@ private:
     using Page = std::array<std::atomic<std::uint16_t>, 256>;
 
     CFont* resolve(std::uint16_t place) const;
+    std::uint16_t bestPlaceFor(std::u32string_view characters) const;
     std::uint16_t placeIn(std::size_t entry, std::u32string_view characters) const;
     std::uint16_t find(std::u32string_view characters) const;
     const Preference& preferenceFor(UScriptCode script) const;
@@ -59,6 +66,7 @@ private:
     mutable std::mutex m_guard;
     mutable std::unordered_map<int, Preference> m_preferences;
     mutable std::unordered_map<std::u32string, std::uint16_t> m_sequences;
+    mutable std::unordered_map<std::u32string, std::uint16_t> m_sets;
 };
 
 } // namespace platform

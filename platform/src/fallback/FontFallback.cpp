@@ -4,6 +4,7 @@
 #include <string>
 
 #include "fallback/FallbackMapper.h"
+#include "fallback/NearbyLetters.h"
 #include "fallback/SourceText.h"
 #include "fonts/Font.h"
 #include "fonts/FontCollection.h"
@@ -14,7 +15,7 @@ namespace {
 
 /// How much text is fetched at first. Callers ask again after every stretch, so fetching all that remains each time
 /// would cost the square of the text's length.
-constexpr std::size_t firstPiece = 64;
+constexpr std::size_t firstPiece = 2 * NearbyLetters::reach;
 
 struct Locale {
     std::wstring name;
@@ -60,17 +61,18 @@ HRESULT CFontFallback::MapCharacters(IDWriteTextAnalysisSource* analysisSource, 
             return result;
         }
         CFontFamily* const family =
-            baseFamilyName != nullptr ? CFontCollection::of(baseFontCollection).findFamily(baseFamilyName) : nullptr;
+            baseFamilyName != nullptr ? CFontCollection::of(baseFontCollection).familyFor(baseFamilyName) : nullptr;
         SourceText text(*analysisSource, textPosition, locale.length);
+        text.fetchBefore(NearbyLetters::reach);
         Mapping mapping;
         for (std::size_t count = firstPiece;; count *= 2) {
             if (const HRESULT result = text.fetch(count); FAILED(result)) {
                 return result;
             }
-            mapping = m_mapper.map(text.units(), 0, text.units().size(), locale.name, family, baseWeight, baseStyle,
-                                   baseStretch);
-            // A stretch that runs up to the end of what was fetched may go on behind it.
-            if (text.complete() || mapping.length < text.units().size()) {
+            mapping = m_mapper.map(text.units(), text.start(), text.length(), locale.name, family, baseWeight,
+                                   baseStyle, baseStretch);
+            // What follows the stretch decides about it: whether it goes on, and which font has all of it.
+            if (text.complete() || mapping.length + NearbyLetters::reach <= text.length()) {
                 break;
             }
         }

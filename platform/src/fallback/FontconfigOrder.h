@@ -7,7 +7,7 @@
 #include <dwrite_types.h>
 #include <fontconfig/fontconfig.h>
 
-#include "fallback/FontconfigPointers.h"
+#include "fonts/FontconfigPointers.h"
 
 namespace platform {
 

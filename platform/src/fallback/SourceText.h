@@ -20,8 +20,17 @@ public:
     /// the source returns.
     HRESULT fetch(std::size_t count);
 
+    /// Fetches what stands before the position, at most `count` units of it, if the source gives it out: it may help to
+    /// decide, but nobody asked about it.
+    void fetchBefore(std::size_t count);
+
+    /// What stands before the position, as far as it was fetched, and the text from there on.
     std::u16string_view units() const { return m_units; }
-    /// Whether the units are all there are.
+    /// Where the position lies in the units.
+    std::size_t start() const { return m_start; }
+    /// How many units there are from the position on.
+    std::size_t length() const { return m_units.size() - m_start; }
+    /// Whether they are all there are.
     bool complete() const { return m_complete; }
 
 private:
@@ -29,6 +38,7 @@ private:
     UINT32 m_position;
     UINT32 m_length;
     std::u16string m_units;
+    std::size_t m_start = 0;
     bool m_complete = false;
 };
 

@@ -6,5 +6,6 @@ list(APPEND PLATFORM_SOURCES
     src/fallback/FontconfigOrder.cpp
     src/fallback/FontFallback.cpp
     src/fallback/Locale.cpp
+    src/fallback/NearbyLetters.cpp
     src/fallback/SimpleCharacters.cpp
     src/fallback/SourceText.cpp)

@@ -50,6 +50,7 @@ public:
 
     const FontFile& file() const noexcept { return *m_file; }
     int index() const noexcept { return m_index; }
+    const StoredNames& names() const noexcept { return m_description.names; }
     const WwsFace& wws() const noexcept { return m_description.wws; }
 
     /// A font of the face in design units with the instance's variations; not immutable

@@ -11,9 +11,18 @@ CFont::CFont(CFontFamily& family, FaceSource& source, const FaceTraits& traits, 
     : m_family(family), m_source(source), m_traits(traits), m_simulations(simulations),
       m_faceNames(std::move(faceNames)) {}
 
+CFont::CFont(CFontFamily& family, CFont& original)
+    : m_family(family), m_source(original.m_source), m_traits(original.m_traits), m_simulations(original.m_simulations),
+      m_faceNames(original.m_faceNames.names()), m_original(&original) {}
+
 CFont::~CFont() = default;
 
 CFontFace& CFont::makeFace() {
+    if (m_original != nullptr) {
+        CFontFace& shared = m_original->face();
+        m_face.store(&shared, std::memory_order_release);
+        return shared;
+    }
     const std::lock_guard lock(m_makingFace);
     if (!m_ownedFace) {
         m_ownedFace = std::make_unique<CFontFace>(*this, m_source, m_simulations);

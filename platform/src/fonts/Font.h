@@ -23,6 +23,8 @@ public:
     /// matched, simulations included.
     CFont(CFontFamily& family, FaceSource& source, const FaceTraits& traits, DWRITE_FONT_SIMULATIONS simulations,
           LocalizedNames faceNames);
+    /// Another font that has the face of `original`, which outlives it, as a member of another family.
+    CFont(CFontFamily& family, CFont& original);
     ~CFont();
 
     /// The face, made at the first call and kept.
@@ -33,6 +35,8 @@ public:
     /// Whether `face` is this font's; does not make one.
     bool hasFace(const IDWriteFontFace* face) const noexcept;
     CFontFamily& family() const noexcept { return m_family; }
+    /// The member of the collection that this font shares its face with; itself if it is one.
+    CFont& original() noexcept { return m_original != nullptr ? *m_original : *this; }
     const FaceSource& source() const noexcept { return m_source; }
     const FaceTraits& traits() const noexcept { return m_traits; }
     DWRITE_FONT_WEIGHT weight() const noexcept { return m_traits.weight; }
@@ -62,6 +66,7 @@ private:
     const FaceTraits m_traits;
     const DWRITE_FONT_SIMULATIONS m_simulations;
     CLocalizedStrings m_faceNames;
+    CFont* const m_original = nullptr;
     std::atomic<CFontFace*> m_face = nullptr;
     std::mutex m_makingFace;
     std::unique_ptr<CFontFace> m_ownedFace;

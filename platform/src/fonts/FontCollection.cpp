@@ -2,6 +2,7 @@
 
 #include "fonts/FaceSource.h"
 #include "fonts/FamilyBuilder.h"
+#include "fonts/FamilySubstitutes.h"
 #include "fonts/FontFace.h"
 #include "fonts/FontSet.h"
 
@@ -78,7 +79,8 @@ CFontCollection& CFontCollection::of(IDWriteFontCollection* collection) {
     return *found;
 }
 
-CFontCollection::CFontCollection(const FontSet& set) : m_sources(readSources(set)) {
+CFontCollection::CFontCollection(const FontSet& set)
+    : m_sources(readSources(set)), m_substitutes(std::make_unique<FamilySubstitutes>(*this)) {
     for (FamilyDraft& draft : groupFamilies(m_sources)) {
         const std::size_t index = m_families.size();
         m_familyByFoldedName[draft.foldedName] = index;
@@ -107,6 +109,11 @@ std::size_t CFontCollection::indexOf(std::wstring_view name) const {
 CFontFamily* CFontCollection::findFamily(std::wstring_view name) const {
     const std::size_t index = indexOf(name);
     return index != noFamily ? m_families[index].get() : nullptr;
+}
+
+CFontFamily* CFontCollection::familyFor(std::wstring_view name) const {
+    CFontFamily* const family = findFamily(name);
+    return family != nullptr ? family : m_substitutes->find(name);
 }
 
 CFont* CFontCollection::fontOfFile(std::string_view file, int index) const {

@@ -16,6 +16,7 @@
 namespace platform {
 
 class FaceSource;
+class FamilySubstitutes;
 struct FontSet;
 
 /// All families, ordered by name. Interned; immutable once built.
@@ -37,6 +38,9 @@ public:
     const std::vector<std::unique_ptr<CFontFamily>>& families() const noexcept { return m_families; }
     /// The family with this name (any of its languages), letter case ignored; null if none.
     CFontFamily* findFamily(std::wstring_view name) const;
+    /// The family to set text in that asks for this name: the one of the name, else what stands for it; null if nothing
+    /// does.
+    CFontFamily* familyFor(std::wstring_view name) const;
     /// The real font of a face as Fontconfig lists it (FC_FILE and FC_INDEX); null if none.
     CFont* fontOfFile(std::string_view file, int index) const;
 
@@ -58,6 +62,7 @@ private:
     std::vector<std::unique_ptr<CFontFamily>> m_families;
     std::unordered_map<std::wstring, std::size_t, FoldedHash, FoldedEqual> m_familyByFoldedName;
     std::unordered_map<std::string, CFont*> m_fontByFile;
+    const std::unique_ptr<FamilySubstitutes> m_substitutes;
 };
 
 } // namespace platform

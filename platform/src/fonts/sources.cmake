@@ -4,6 +4,7 @@ list(APPEND PLATFORM_SOURCES
     src/fonts/FaceNames.cpp
     src/fonts/FaceSource.cpp
     src/fonts/FamilyBuilder.cpp
+    src/fonts/FamilySubstitutes.cpp
     src/fonts/Font.cpp
     src/fonts/FontCollection.cpp
     src/fonts/FontFace.cpp

@@ -52,8 +52,7 @@ HRESULT drawGroups(std::vector<DecoratedStretch>& stretches, CanShare canShare, 
 
 } // namespace
 
-HRESULT drawUnderlines(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow, void* context,
-                       IDWriteTextRenderer& renderer) {
+HRESULT drawUnderlines(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow, const Renderer& renderer) {
     return drawGroups(stretches, canShareBar, [&](const DecoratedStretch* first, const DecoratedStretch* last) {
         DWRITE_UNDERLINE bar{};
         double thickness = 0.0;
@@ -74,12 +73,12 @@ HRESULT drawUnderlines(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIR
         bar.flowDirection = flow;
         bar.localeName = textOf(first->item->locale).c_str();
         bar.measuringMode = DWRITE_MEASURING_MODE_NATURAL;
-        return renderer.DrawUnderline(context, first->left, first->baseline, &bar, first->effect);
+        return renderer.drawUnderline(first->left, first->baseline, bar, first->effect);
     });
 }
 
-HRESULT drawStrikethroughs(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow, void* context,
-                           IDWriteTextRenderer& renderer) {
+HRESULT drawStrikethroughs(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow,
+                           const Renderer& renderer) {
     const auto canShare = [](const DecoratedStretch& left, const DecoratedStretch& right) {
         return canShareBar(left, right) && hasSameFont(left, right);
     };
@@ -96,7 +95,7 @@ HRESULT drawStrikethroughs(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW
         bar.flowDirection = flow;
         bar.localeName = textOf(first->item->locale).c_str();
         bar.measuringMode = DWRITE_MEASURING_MODE_NATURAL;
-        return renderer.DrawStrikethrough(context, first->left, first->baseline, &bar, first->effect);
+        return renderer.drawStrikethrough(first->left, first->baseline, bar, first->effect);
     });
 }
 

@@ -2,8 +2,7 @@
 
 #include <vector>
 
-#include <dwrite.h>
-
+#include "layout/Renderer.h"
 #include "layout/ShapedText.h"
 
 namespace platform {
@@ -21,11 +20,10 @@ struct DecoratedStretch {
 
 /// Draws the underlines of one line: one bar through stretches that touch, whatever their fonts and sizes, as thick and
 /// as low as their fonts say on average, weighted by width.
-HRESULT drawUnderlines(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow, void* context,
-                       IDWriteTextRenderer& renderer);
+HRESULT drawUnderlines(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow, const Renderer& renderer);
 
 /// Draws the strikethroughs of one line: stretches that touch share a bar if they share a font and a size.
-HRESULT drawStrikethroughs(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow, void* context,
-                           IDWriteTextRenderer& renderer);
+HRESULT drawStrikethroughs(std::vector<DecoratedStretch>& stretches, DWRITE_FLOW_DIRECTION flow,
+                           const Renderer& renderer);
 
 } // namespace platform

@@ -8,6 +8,7 @@
 #include "fonts/FontFace.h"
 #include "layout/Decorations.h"
 #include "layout/LinePieces.h"
+#include "layout/Renderer.h"
 #include "layout/Snapping.h"
 
 namespace platform {
@@ -42,11 +43,11 @@ bool isDrawnAlike(const RunStyle& left, const RunStyle& right) {
 class Drawer {
 public:
     Drawer(const TextPipeline& pipeline, void* context, IDWriteTextRenderer& renderer, float originX, float originY)
-        : m_pipeline(pipeline), m_shaped(pipeline.shaped()), m_context(context), m_renderer(renderer),
-          m_originX(originX), m_originY(originY) {}
+        : m_pipeline(pipeline), m_shaped(pipeline.shaped()), m_renderer(renderer, context), m_originX(originX),
+          m_originY(originY) {}
 
     HRESULT draw() {
-        HRESULT result = Snapping::ask(m_renderer, m_context, m_snapping);
+        HRESULT result = Snapping::ask(m_renderer.pixels(), m_renderer.context(), m_snapping);
         for (std::size_t i = 0; SUCCEEDED(result) && i < m_pipeline.lines().size(); ++i) {
             result = drawLine(i);
         }
@@ -55,10 +56,10 @@ public:
         }
         const DWRITE_FLOW_DIRECTION flow = m_pipeline.settings().flowDirection;
         for (std::size_t i = 0; SUCCEEDED(result) && i < m_underlines.size(); ++i) {
-            result = drawUnderlines(m_underlines[i], flow, m_context, m_renderer);
+            result = drawUnderlines(m_underlines[i], flow, m_renderer);
         }
         for (std::size_t i = 0; SUCCEEDED(result) && i < m_strikethroughs.size(); ++i) {
-            result = drawStrikethroughs(m_strikethroughs[i], flow, m_context, m_renderer);
+            result = drawStrikethroughs(m_strikethroughs[i], flow, m_renderer);
         }
         return result;
     }
@@ -159,8 +160,7 @@ private:
         description.stringLength = m_shaped.textEnd(run.clusterEnd - 1) - textStart;
         mapClusters(run, firstGlyph, description.stringLength);
         description.clusterMap = m_clusterMap.data();
-        return m_renderer.DrawGlyphRun(m_context, x, m_baseline, DWRITE_MEASURING_MODE_NATURAL, &glyphs, &description,
-                                       run.style->effect.get());
+        return m_renderer.drawGlyphRun(x, m_baseline, glyphs, description, run.style->effect.get());
     }
 
     /// A renderer always gets arrays, even for runs without glyphs.
@@ -242,8 +242,8 @@ private:
 
     HRESULT drawObjects() {
         for (const DrawnObject& object : m_objects) {
-            const HRESULT result = m_renderer.DrawInlineObject(m_context, object.left, object.top, object.object, FALSE,
-                                                               object.isRightToLeft ? TRUE : FALSE, object.effect);
+            const HRESULT result = m_renderer.drawInlineObject(object.left, object.top, object.object,
+                                                               object.isRightToLeft, object.effect);
             if (FAILED(result)) {
                 return result;
             }
@@ -253,8 +253,7 @@ private:
 
     const TextPipeline& m_pipeline;
     const ShapedText& m_shaped;
-    void* m_context;
-    IDWriteTextRenderer& m_renderer;
+    const Renderer m_renderer;
     const float m_originX;
     const float m_originY;
     Snapping m_snapping;

@@ -18,7 +18,7 @@ namespace platform {
 
 namespace {
 
-/// The family that a style asks for, and the face that draws what no font has.
+/// The family that a style asks for or what stands for it, and the face that draws what no font has.
 struct BaseFont {
     CFontFamily* family = nullptr;
     CFontFace* face = nullptr;
@@ -26,7 +26,7 @@ struct BaseFont {
 
 BaseFont findBaseFont(const RunStyle& style) {
     BaseFont base;
-    base.family = CFontCollection::of(style.collection.get()).findFamily(textOf(style.family));
+    base.family = CFontCollection::of(style.collection.get()).familyFor(textOf(style.family));
     if (base.family != nullptr) {
         base.face = &base.family->match(style.weight, style.stretch, style.style).face();
         return base;

@@ -145,6 +145,12 @@ private:
         return hyphen == 0.0F || widthUpTo(end) + hyphen <= m_settings.maxWidth;
     }
 
+    /// Whether a cluster at a line's end is not counted in its width. A tab that spaces have left no room for hangs
+    /// with them.
+    bool hangs(const Cluster& cluster) const {
+        return cluster.has(Cluster::Hanging) || (m_isLimited && cluster.has(Cluster::Tab) && cluster.width == 0.0F);
+    }
+
     void finish(const ClusterStream::Taken& taken) {
         ShapedText& shaped = m_stream.taken();
         Line& line = m_lines.emplace_back();
@@ -159,7 +165,7 @@ private:
             line.showsHyphen = true;
         }
         line.trailingBegin = taken.end;
-        while (line.trailingBegin > taken.begin && shaped.clusters[line.trailingBegin - 1].has(Cluster::Hanging)) {
+        while (line.trailingBegin > taken.begin && hangs(shaped.clusters[line.trailingBegin - 1])) {
             --line.trailingBegin;
         }
         // Summed as the test for room sums, so that a box as wide as its text holds it.

@@ -101,15 +101,21 @@ public:
     /// Whitespace counts once something follows it on its line.
     void add(float width, bool hangs) {
         m_x += width;
-        m_end = hangs ? m_end : m_x;
+        if (width > 0.0F) {
+            m_firm = m_x;
+        }
+        m_end = hangs ? m_end : std::max(m_end, m_firm);
     }
+
+    /// A tab gives way at a line's end, to nothing if need be: it counts once something that has a width follows it.
+    void addTab(float stop) { m_x += tabWidth(m_x, stop); }
 
     void mayEndWith(float hyphen) { m_starts.push_back({m_x, narrowest(hyphen)}); }
 
     void end() {
         m_widest = std::max(m_widest, narrowest(0.0F));
         m_starts.assign(1, Start{});
-        m_x = m_end = 0.0F;
+        m_x = m_firm = m_end = 0.0F;
     }
 
     float widest() const { return m_widest; }
@@ -135,6 +141,9 @@ private:
 
     std::vector<Start> m_starts{1};
     float m_x = 0.0F;
+    /// Without the tabs at the end.
+    float m_firm = 0.0F;
+    /// Without what may hang over a line's end.
     float m_end = 0.0F;
     float m_widest = 0.0F;
 };
@@ -210,7 +219,7 @@ DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline) {
 }
 
 float narrowestWidth(TextPipeline& pipeline) {
-    const ShapedText& shaped = pipeline.shaped();
+    const ShapedText& shaped = pipeline.unbroken();
     NarrowestWord word;
     for (UINT32 i = 0; i < shaped.clusterCount(); ++i) {
         const Cluster& cluster = shaped.clusters[i];
@@ -225,7 +234,9 @@ float narrowestWidth(TextPipeline& pipeline) {
                 word.mayEndWith(shaped.advances[before.glyphStart]);
             }
         }
-        if (!cluster.has(Cluster::SoftHyphen)) {
+        if (cluster.has(Cluster::Tab)) {
+            word.addTab(pipeline.settings().incrementalTabStop);
+        } else if (!cluster.has(Cluster::SoftHyphen)) {
             word.add(cluster.width, cluster.has(Cluster::Hanging));
         }
     }

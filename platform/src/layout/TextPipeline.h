@@ -49,6 +49,8 @@ public:
     [[nodiscard]] const ShapedText& shaped() const noexcept {
         return m_reshaped.clusters.empty() ? m_shaped : m_reshaped;
     }
+    /// The text without regard to lines. The widths of tabs and soft hyphens are as lines left them.
+    [[nodiscard]] const ShapedText& unbroken() const noexcept { return m_shaped; }
     [[nodiscard]] const std::vector<Line>& lines() const noexcept { return m_lines; }
     [[nodiscard]] const Placement& placement() const noexcept { return m_placement; }
     /// Found at the first call.

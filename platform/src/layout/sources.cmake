@@ -19,6 +19,7 @@ list(APPEND PLATFORM_SOURCES
     src/layout/ParagraphSettings.cpp
     src/layout/Placement.cpp
     src/layout/RangeProperties.cpp
+    src/layout/Renderer.cpp
     src/layout/ScriptRuns.cpp
     src/layout/ShapedText.cpp
     src/layout/Shaper.cpp

@@ -161,6 +161,52 @@ TEST(FallbackMapper, keepsPunctuationThatTheBaseLacksWithItsNeighbours) {
     EXPECT_EQ(Question{u"\u0964\u0995"}.stretches(), L"Noto Sans Bengali:2 ");
 }
 
+TEST(FallbackMapper, keepsPunctuationAfterASpaceWithTheLettersBeforeIt) {
+    EXPECT_EQ(Question{u"\u0915 \u0964"}.stretches(),
+              L"Noto Sans Devanagari:1 Liberation Sans:1 Noto Sans Devanagari:1 ");
+    EXPECT_EQ(Question{u"\u0995 \u0964 \u0915"}.at(2).font, Question{u"\u0995"}.at().font);
+    // Not with those of another line, nor with letters of the base.
+    EXPECT_EQ(Question{u"\u0995\n \u0964\u0915"}.at(3).font, Question{u"\u0915"}.at().font);
+    EXPECT_EQ(Question{u"\u0995 a \u0964"}.at(4).font, Question{u"\u0964"}.at().font);
+}
+
+TEST(FallbackMapper, drawsALinesLettersOfOneScriptInOneFontThatHasAllOfThem) {
+    // DejaVu Sans, which comes first, has the letters of the first and the last word, but neither yeh barree nor the
+    // Urdu full stop.
+    const std::u16string first = u"\u062a\u0645\u0627\u0645";
+    const std::u16string last = u"\u067e\u0631";
+    EXPECT_EQ(familyName(Question{first}.at().font), L"DejaVu Sans");
+    const Question line{first + u" \u0644\u06cc\u06d2\u06d4 " + last};
+    EXPECT_EQ(line.stretches(), L"Noto Sans Arabic:4 Liberation Sans:1 Noto Sans Arabic:4 Liberation Sans:1 "
+                                L"Noto Sans Arabic:2 ");
+    // Another line and what stands far away do not count.
+    EXPECT_EQ(familyName(Question{first + u"\n\u06d2"}.at().font), L"DejaVu Sans");
+    EXPECT_EQ(familyName(Question{first + std::u16string(70, u' ') + u"\u06d2"}.at().font), L"DejaVu Sans");
+    EXPECT_EQ(familyName(Question{u"\u06d2" + std::u16string(70, u' ') + last}.at(71).font), L"DejaVu Sans");
+    // Nor do letters of other scripts or those of the base.
+    EXPECT_EQ(Question{u"\u0531 \u06d2 a"}.stretches(),
+              L"DejaVu Sans:1 Liberation Sans:1 Noto Sans Arabic:1 Liberation Sans:2 ");
+}
+
+TEST(FallbackMapper, leavesWhatTheFontOfALineLacksToAnother) {
+    // The mathematical alef U+1EE00 is in DejaVu Sans, the yeh barrees in Noto Sans Arabic, and meem in both.
+    EXPECT_EQ(Question{u"\U0001EE00\u0645"}.stretches(), L"DejaVu Sans:3 ");
+    EXPECT_EQ(Question{u"\u06d2\U0001EE00\u0645\u06d3"}.stretches(),
+              L"Noto Sans Arabic:1 DejaVu Sans:2 Noto Sans Arabic:2 ");
+    EXPECT_EQ(Question{u"\u06d2\u0378\u0645"}.stretches(), L"Noto Sans Arabic:1 (none):1 Noto Sans Arabic:1 ");
+}
+
+TEST(FallbackMapper, aNewlineOrControlCutOffFromItsTextIsTheBases) {
+    // As when a caller asks for the pieces of a text one by one.
+    for (const char16_t* const rider : {u"\n", u"\r\n", u"\t", u"\u200d", u"\u200e", u"\u2028", u"\u00ad"}) {
+        EXPECT_EQ(familyName(Question{rider}.at().font), L"Liberation Sans");
+    }
+    // A family that has not even a space is still the one whose metrics a line of newlines has.
+    Question adlam{u"\n"};
+    adlam.family = L"Noto Sans Adlam";
+    EXPECT_EQ(familyName(adlam.at().font), L"Noto Sans Adlam");
+}
+
 TEST(FallbackMapper, keepsWeightAndStyle) {
     Question question{u"\u6f22"};
     question.weight = DWRITE_FONT_WEIGHT_BOLD;

@@ -60,6 +60,28 @@ TEST(FallbackOrder, findsOneFontForASequenceWhereThereIsOne) {
     EXPECT_EQ(order.fontForAll(U"\u0378u"), nullptr);
 }
 
+TEST(FallbackOrder, findsTheFontThatHasMostOfASet) {
+    const FallbackOrder order = orderFor("");
+    // Yeh barree is not in DejaVu Sans, meem is; both are in Noto Sans Arabic.
+    EXPECT_EQ(familyName(order.fontForMost(U"\u0645")), L"DejaVu Sans");
+    EXPECT_EQ(familyName(order.fontForMost(U"\u0645\u06d2")), L"Noto Sans Arabic");
+    EXPECT_EQ(familyName(order.fontForMost(U"\u0645\u06d2")), L"Noto Sans Arabic");
+    EXPECT_EQ(familyName(order.fontForMost(U"\u0645\u06d2\u0378")), L"Noto Sans Arabic");
+    EXPECT_EQ(order.fontForMost(U"\u0378"), nullptr);
+    EXPECT_EQ(order.fontForMost(U""), nullptr);
+    // More sets than are kept.
+    for (char32_t c = 0x4E00; c < 0x4E00 + 300; ++c) {
+        EXPECT_NE(order.fontForMost({U'\u3042', c}), nullptr);
+    }
+    EXPECT_EQ(familyName(order.fontForMost(U"\u0645\u06d2")), L"Noto Sans Arabic");
+}
+
+TEST(FallbackOrder, findsTheFontThatHasMostAmongThoseMadeForTheLanguage) {
+    // Of these Noto Sans CJK JP has two, but who writes Chinese wants the cut for Chinese even if it had fewer.
+    const FallbackOrder order = orderFor("zh-cn");
+    EXPECT_EQ(familyName(order.fontForMost(U"\u76f4\u9aa8")), L"Noto Sans CJK SC");
+}
+
 TEST(FallbackOrder, remembersMoreSequencesThanItKeeps) {
     const FallbackOrder order = orderFor("");
     for (char32_t base = 0x4E00; base < 0x4E00 + 4200; ++base) {

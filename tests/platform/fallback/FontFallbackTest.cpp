@@ -41,11 +41,15 @@ public:
         }
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE GetTextBeforePosition(UINT32 /*textPosition*/, const WCHAR** textString,
+    HRESULT STDMETHODCALLTYPE GetTextBeforePosition(UINT32 textPosition, const WCHAR** textString,
                                                     UINT32* textLength) override {
         *textString = nullptr;
         *textLength = 0;
-        return S_OK;
+        if (SUCCEEDED(m_beforeResult) && textPosition > 0 && textPosition <= m_text.size()) {
+            *textLength = std::min(textPosition, m_piece);
+            *textString = m_text.data() + (textPosition - *textLength);
+        }
+        return m_beforeResult;
     }
     DWRITE_READING_DIRECTION STDMETHODCALLTYPE GetParagraphReadingDirection() override {
         return DWRITE_READING_DIRECTION_LEFT_TO_RIGHT;
@@ -70,6 +74,7 @@ public:
     UINT32 m_localeLength = 0;
     HRESULT m_textResult = S_OK;
     HRESULT m_localeResult = S_OK;
+    HRESULT m_beforeResult = S_OK;
     int m_touches = 0;
     int m_asked = 0;
 };
@@ -114,6 +119,43 @@ TEST(MapCharacters, cutsALengthPastTheEnd) {
     EXPECT_EQ(answer.length, 2U);
     EXPECT_EQ(familyName(answer.font), L"Liberation Sans");
     EXPECT_EQ(answer.scale, 1.0F);
+}
+
+TEST(MapCharacters, letsTheTextAroundTheQuestionDecide) {
+    // An Urdu letter that DejaVu Sans lacks, and two that it has.
+    StackSource source(L"\x06D2 \x067E\x0631");
+    for (const UINT32 piece : {0xFFFFFFFFU, 1U}) {
+        source.m_piece = piece;
+        const Answer answer = map(&source, 2, 2);
+        EXPECT_EQ(answer.length, 2U);
+        EXPECT_EQ(familyName(answer.font), L"Noto Sans Arabic");
+    }
+    StackSource alone(L"\x067E\x0631");
+    EXPECT_EQ(familyName(map(&alone, 0, 2).font), L"DejaVu Sans");
+}
+
+TEST(MapCharacters, doesWithoutTheTextBeforeTheQuestionWhereTheSourceHasNone) {
+    StackSource source(L"\x06D2 \x067E\x0631");
+    source.m_beforeResult = E_FAIL;
+    const Answer answer = map(&source, 2, 2);
+    EXPECT_EQ(answer.result, S_OK);
+    EXPECT_EQ(answer.length, 2U);
+    EXPECT_EQ(familyName(answer.font), L"DejaVu Sans");
+}
+
+TEST(MapCharacters, doesWithoutTextBeforeTheQuestionThatIsNotUtf16) {
+    StackSource source(L"\x06D2 \x067E\x0631");
+    source.m_text[1] = static_cast<wchar_t>(0x1F600);
+    EXPECT_EQ(familyName(map(&source, 2, 2).font), L"DejaVu Sans");
+}
+
+TEST(MapCharacters, isTheSameForAnyLengthOfText) {
+    // The letter that decides stands as far ahead as counts, behind what is fetched first.
+    std::wstring text(200, L'a');
+    text += L"\x067E" + std::wstring(62, L' ') + L"\x06D2";
+    StackSource source(text);
+    EXPECT_EQ(map(&source, 0, 300).length, 200U);
+    EXPECT_EQ(familyName(map(&source, 200, 300).font), L"Noto Sans Arabic");
 }
 
 TEST(MapCharacters, neverTouchesTheCountOfTheSource) {

@@ -157,7 +157,7 @@ TEST(FallbackLanguages, weightAndStyleAreKeptWithinTheSameFamily) {
     EXPECT_FALSE(slanted.face().hasCharacter(U'\u0633'));
 }
 
-/// Han does not tell by itself for whom it is written, and Urdu's letters are Arabic ones but for some.
+/// Han does not tell by itself for whom it is written.
 std::wstring withoutLocale(const Language& language) {
     if (language.tag.starts_with(L"zh")) {
         return L"Noto Sans CJK JP";
@@ -165,7 +165,7 @@ std::wstring withoutLocale(const Language& language) {
     if (language.tag == L"ko") {
         return L"Noto Sans CJK JP + Noto Sans CJK KR";
     }
-    return language.tag == L"ur" ? L"DejaVu Sans + Noto Sans Arabic" : language.family;
+    return language.family;
 }
 
 TEST(FallbackLanguages, lettersGoToTheSameFamilyWithoutALocale) {

@@ -1,6 +1,7 @@
 list(APPEND PLATFORM_TESTS
     fonts/BrokenFontsTest.cpp
     fonts/FaceNamesTest.cpp
+    fonts/FamilySubstitutesTest.cpp
     fonts/FontCollectionTest.cpp
     fonts/FontFaceTest.cpp
     fonts/FontFolderTest.cpp

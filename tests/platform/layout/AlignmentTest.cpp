@@ -92,74 +92,26 @@ TEST(Alignment, VerticalAlignmentPlacesTheWholeText) {
     EXPECT_FLOAT_EQ(10 - height, metricsOf(*layout).top);
 }
 
-Reference<IDWriteTextLayout> justified(std::u16string_view text, float box, const FormatOptions& options = {}) {
-    auto layout = makeLayout(text, box, 0, options);
-    EXPECT_EQ(S_OK, layout->SetTextAlignment(DWRITE_TEXT_ALIGNMENT_JUSTIFIED));
-    return layout;
+/// Underlined "abc   " in a box of 5000 font units, wrapped from what follows it: the bar's left end.
+float underlineLeft(DWRITE_TEXT_ALIGNMENT alignment) {
+    const auto layout = makeLayout(u"abc   def", 5000.0F, 0, {.size = 2048.0F});
+    EXPECT_EQ(S_OK, layout->SetTextAlignment(alignment));
+    EXPECT_EQ(S_OK, layout->SetUnderline(TRUE, {0, 6}));
+    Recorder recorder;
+    EXPECT_EQ(S_OK, layout->Draw(nullptr, &recorder, 0, 0));
+    const auto bars = recorder.ofKind(DrawnCall::Underline);
+    EXPECT_EQ(1U, bars.size());
+    EXPECT_NEAR(designWidth("DejaVu Sans", u"abc   "), bars.at(0).width, 0.01F);
+    return bars.at(0).x;
 }
 
-float rightEnd(const DrawnCall& run) {
-    return run.x + run.advance();
-}
-
-TEST(Justification, StretchesTheSpacesOfALineToTheBox) {
-    const auto layout = justified(u"aa bb cc dd", metricsOf(*makeLayout(u"aa bb cc d")).width);
-    const auto runs = drawnRuns(*layout);
-    ASSERT_EQ(2U, runs.size());
-    EXPECT_EQ(L"aa bb cc ", runs[0].text);
-    // The last of the nine advances is the trailing space, which hangs.
-    EXPECT_NEAR(layout->GetMaxWidth(), rightEnd(runs[0]) - runs[0].advances.back(), 1e-3F);
-    EXPECT_FLOAT_EQ(runs[0].advances[2], runs[0].advances[5]);
-    EXPECT_GT(runs[0].advances[2], runs[0].advances[8]);
-    EXPECT_FLOAT_EQ(20.0F * 651.0F / 2048.0F, runs[0].advances[8]);
-    EXPECT_EQ(layout->GetMaxWidth(), metricsOf(*layout).width);
-}
-
-TEST(Justification, LeavesTheLastLineAndLinesBeforeNewlinesAlone) {
-    const auto layout = justified(u"aa bb\ncc dd", 400.0F);
-    const auto plain = makeLayout(u"aa bb\ncc dd", 400.0F);
-    EXPECT_EQ(metricsOf(*plain).width, metricsOf(*layout).width);
-    EXPECT_EQ(drawnRuns(*plain)[0].advances, drawnRuns(*layout)[0].advances);
-}
-
-TEST(Justification, DoesNotStretchSingleWords) {
-    const float box = metricsOf(*makeLayout(u"wordx")).width;
-    const auto layout = justified(u"word next", box);
-    EXPECT_FLOAT_EQ(metricsOf(*makeLayout(u"word")).width,
-                    rightEnd(drawnRuns(*layout)[0]) - drawnRuns(*layout)[0].advances.back());
-}
-
-TEST(Justification, StretchesBetweenIdeographsWhereThereAreNoSpaces) {
-    const std::u16string text = u"\u6F22\u5B57\u6F22\u5B57\u6F22\u5B57\u6F22";
-    const auto layout = justified(text, 70.0F, {.family = L"Noto Sans CJK JP"});
-    EXPECT_EQ((std::vector<unsigned>{3, 3, 1}), lineLengths(*layout));
-    const auto runs = drawnRuns(*layout);
-    EXPECT_NEAR(70.0F, rightEnd(runs[0]), 1e-3F);
-    EXPECT_FLOAT_EQ(25.0F, runs[0].advances[0]);
-    EXPECT_FLOAT_EQ(20.0F, runs[0].advances[2]);
-    EXPECT_FLOAT_EQ(20.0F, runs[2].advances[0]);
-}
-
-TEST(Justification, StretchesOnlyBehindTheLastTab) {
-    const auto layout = justified(u"a b\tc d e", 120.0F, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
-    const auto plain = makeLayout(u"a b\tc d e", 120.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
-    ASSERT_EQ(2U, metricsOf(*layout).lineCount);
-    EXPECT_EQ(drawnRuns(*plain)[0].advances, drawnRuns(*layout)[0].advances);
-    EXPECT_GT(clustersOf(*layout)[5].width, clustersOf(*plain)[5].width);
-}
-
-TEST(Justification, ClusterMetricsAreThoseOfTheStretchedLine) {
-    const auto layout = justified(u"aa bb cc dd", metricsOf(*makeLayout(u"aa bb cc d")).width);
-    const auto clusters = clustersOf(*layout);
-    EXPECT_GT(clusters[2].width, clusters[8].width);
-}
-
-TEST(Justification, ChangingTheAlignmentMovesTheSameLines) {
-    const auto layout = justified(u"aa bb cc dd", metricsOf(*makeLayout(u"aa bb cc d")).width);
-    const auto lengths = lineLengths(*layout);
-    EXPECT_EQ(S_OK, layout->SetTextAlignment(DWRITE_TEXT_ALIGNMENT_LEADING));
-    EXPECT_EQ(lengths, lineLengths(*layout));
-    EXPECT_FLOAT_EQ(metricsOf(*makeLayout(u"aa bb cc")).width, metricsOf(*layout).width);
+TEST(Alignment, HangingWhitespaceIsUnderlinedOutsideTheBoxToo) {
+    const float width = designWidth("DejaVu Sans", u"abc");
+    EXPECT_GT(designWidth("DejaVu Sans", u"abc   "), 5000.0F);
+    EXPECT_EQ(0.0F, underlineLeft(DWRITE_TEXT_ALIGNMENT_LEADING));
+    EXPECT_EQ(5000.0F - width, underlineLeft(DWRITE_TEXT_ALIGNMENT_TRAILING));
+    EXPECT_EQ((5000.0F - width) / 2, underlineLeft(DWRITE_TEXT_ALIGNMENT_CENTER));
+    EXPECT_EQ(0.0F, underlineLeft(DWRITE_TEXT_ALIGNMENT_JUSTIFIED));
 }
 
 } // namespace

@@ -8,6 +8,111 @@ constexpr DWRITE_TEXT_RANGE all{0, 0xFFFFFFFF};
 // DejaVu Sans: 2048 units; underline 90 thick, its top 40 below the baseline; strikethrough 102 thick, 530 above.
 constexpr float unit = 20.0F / 2048.0F;
 
+/// A renderer of the second generation; nobody may call its operations of the first.
+class TurningRecorder final : public IDWriteTextRenderer1 {
+public:
+    std::vector<std::string> calls;
+    HRESULT questionAnswer = S_OK;
+    HRESULT answer = S_OK;
+    int references = 1;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+        EXPECT_TRUE(riid == __uuidof(IDWriteTextRenderer1));
+        // What a failing answer stores is not to be used.
+        *object = static_cast<IDWriteTextRenderer1*>(this);
+        references += SUCCEEDED(questionAnswer) ? 1 : 0;
+        return questionAnswer;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
+    HRESULT STDMETHODCALLTYPE IsPixelSnappingDisabled(void*, BOOL* isDisabled) override {
+        *isDisabled = TRUE;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetCurrentTransform(void*, DWRITE_MATRIX*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetPixelsPerDip(void*, FLOAT*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE DrawGlyphRun(void*, FLOAT, FLOAT, DWRITE_MEASURING_MODE, const DWRITE_GLYPH_RUN*,
+                                           const DWRITE_GLYPH_RUN_DESCRIPTION*, IUnknown*) override {
+        return note("old run");
+    }
+    HRESULT STDMETHODCALLTYPE DrawUnderline(void*, FLOAT, FLOAT, const DWRITE_UNDERLINE*, IUnknown*) override {
+        return note("old underline");
+    }
+    HRESULT STDMETHODCALLTYPE DrawStrikethrough(void*, FLOAT, FLOAT, const DWRITE_STRIKETHROUGH*, IUnknown*) override {
+        return note("old strikethrough");
+    }
+    HRESULT STDMETHODCALLTYPE DrawInlineObject(void*, FLOAT, FLOAT, IDWriteInlineObject*, BOOL, BOOL,
+                                               IUnknown*) override {
+        return note("old object");
+    }
+    HRESULT STDMETHODCALLTYPE DrawGlyphRun(void*, FLOAT x, FLOAT, DWRITE_GLYPH_ORIENTATION_ANGLE angle,
+                                           DWRITE_MEASURING_MODE mode, const DWRITE_GLYPH_RUN* run,
+                                           const DWRITE_GLYPH_RUN_DESCRIPTION* description, IUnknown*) override {
+        EXPECT_EQ(DWRITE_MEASURING_MODE_NATURAL, mode);
+        EXPECT_EQ(run->glyphCount, description->stringLength);
+        EXPECT_EQ(description->textPosition == 0 ? 7.0F : 7.0F + 1255.0F * unit + 30.0F, x);
+        return noteUpright("run", angle);
+    }
+    HRESULT STDMETHODCALLTYPE DrawUnderline(void*, FLOAT x, FLOAT, DWRITE_GLYPH_ORIENTATION_ANGLE angle,
+                                            const DWRITE_UNDERLINE* bar, IUnknown*) override {
+        EXPECT_EQ(7.0F, x);
+        EXPECT_FLOAT_EQ(1255.0F * unit, bar->width);
+        return noteUpright("underline", angle);
+    }
+    HRESULT STDMETHODCALLTYPE DrawStrikethrough(void*, FLOAT, FLOAT, DWRITE_GLYPH_ORIENTATION_ANGLE angle,
+                                                const DWRITE_STRIKETHROUGH* bar, IUnknown*) override {
+        EXPECT_FLOAT_EQ(1255.0F * unit, bar->width);
+        return noteUpright("strikethrough", angle);
+    }
+    HRESULT STDMETHODCALLTYPE DrawInlineObject(void*, FLOAT, FLOAT, DWRITE_GLYPH_ORIENTATION_ANGLE angle,
+                                               IDWriteInlineObject* object, BOOL isSideways, BOOL isRightToLeft,
+                                               IUnknown*) override {
+        EXPECT_NE(nullptr, object);
+        EXPECT_FALSE(isSideways);
+        EXPECT_FALSE(isRightToLeft);
+        return noteUpright("object", angle);
+    }
+
+private:
+    HRESULT note(const char* call) {
+        calls.emplace_back(call);
+        return answer;
+    }
+    HRESULT noteUpright(const char* call, DWRITE_GLYPH_ORIENTATION_ANGLE angle) {
+        EXPECT_EQ(DWRITE_GLYPH_ORIENTATION_ANGLE_0_DEGREES, angle);
+        return note(call);
+    }
+};
+
+/// "a" underlined and struck through, an object 30 wide, "b".
+std::vector<std::string> callsTo(TurningRecorder& recorder, HRESULT expected = S_OK) {
+    const auto layout = makeLayout(u"a#b");
+    Picture picture;
+    EXPECT_EQ(S_OK, layout->SetInlineObject(&picture, {1, 1}));
+    EXPECT_EQ(S_OK, layout->SetUnderline(TRUE, {0, 1}));
+    EXPECT_EQ(S_OK, layout->SetStrikethrough(TRUE, {0, 1}));
+    EXPECT_EQ(expected, layout->Draw(nullptr, &recorder, 7.0F, 0.0F));
+    EXPECT_EQ(1, recorder.references);
+    return recorder.calls;
+}
+
+TEST(Draw, ARendererThatKnowsTurnedGlyphsIsToldThatAllStandUpright) {
+    TurningRecorder recorder;
+    EXPECT_EQ((std::vector<std::string>{"run", "run", "object", "underline", "strikethrough"}), callsTo(recorder));
+    TurningRecorder failing;
+    failing.answer = E_OUTOFMEMORY;
+    EXPECT_EQ((std::vector<std::string>{"run"}), callsTo(failing, E_OUTOFMEMORY));
+}
+
+TEST(Draw, ARendererThatDoesNotIsCalledAsEver) {
+    for (const HRESULT no : {E_NOINTERFACE, E_FAIL, E_NOTIMPL}) {
+        TurningRecorder recorder;
+        recorder.questionAnswer = no;
+        EXPECT_EQ((std::vector<std::string>{"old run", "old run", "old object", "old underline", "old strikethrough"}),
+                  callsTo(recorder));
+    }
+}
+
 TEST(Draw, TellsARunsTextFontAndPlace) {
     const auto layout = makeLayout(u"Hello");
     const auto runs = drawnRuns(*layout, 100.0F, 50.0F);

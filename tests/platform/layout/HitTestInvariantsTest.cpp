@@ -57,8 +57,10 @@ const std::vector<Sample>& samples() {
         {"unassigned", u"a\u0378\u0379b"},
         {"invisible", u"soft\u00ADhyphen zero\u200Bwidth \u2060join\u200Dnon\u200Cjoin \uFEFFend"},
         {"tabs", u"a\tbb\tאב\tc"},
+        {"tabs and spaces", u"אב \t גד 12\t \tx (ה)  \t"},
         {"spaces", u"  two  leading and trailing   "},
-        {"long word", u"Donaudampfschifffahrtsgesellschaftskapitän"}};
+        {"long word", u"Donaudampfschifffahrtsgesellschaftskapitän"},
+        {"long Hebrew word", u"אבגדהוזחטיכלמנסעפצקרשת אבגד   הוז"}};
     return all;
 }
 
@@ -94,9 +96,17 @@ std::vector<Sample> randomSamples(int count) {
     return texts;
 }
 
-std::string described(const Sample& sample, float width, DWRITE_READING_DIRECTION reading) {
-    std::string text = std::string(sample.name) + " width " + std::to_string(width) + " reading " +
-                       std::to_string(static_cast<int>(reading)) + ":";
+/// A box, and how text is set in it.
+struct Setting {
+    float width;
+    DWRITE_TEXT_ALIGNMENT alignment = DWRITE_TEXT_ALIGNMENT_LEADING;
+    DWRITE_READING_DIRECTION reading = DWRITE_READING_DIRECTION_LEFT_TO_RIGHT;
+};
+
+std::string described(const Sample& sample, const Setting& setting) {
+    std::string text = std::string(sample.name) + " width " + std::to_string(setting.width) + " alignment " +
+                       std::to_string(static_cast<int>(setting.alignment)) + " reading " +
+                       std::to_string(static_cast<int>(setting.reading)) + ":";
     for (const char16_t unit : sample.text) {
         char hex[8];
         std::snprintf(hex, sizeof hex, " %04x", static_cast<unsigned>(unit));
@@ -111,17 +121,22 @@ void forEveryLayout(Check check) {
     std::vector<Sample> texts = samples();
     const std::vector<Sample> more = randomSamples(150);
     texts.insert(texts.end(), more.begin(), more.end());
+    std::vector<Setting> settings;
+    for (const auto reading : {DWRITE_READING_DIRECTION_LEFT_TO_RIGHT, DWRITE_READING_DIRECTION_RIGHT_TO_LEFT}) {
+        settings.push_back({0.0F, DWRITE_TEXT_ALIGNMENT_LEADING, reading});
+        settings.push_back({70.0F, DWRITE_TEXT_ALIGNMENT_LEADING, reading});
+        settings.push_back({120.0F, DWRITE_TEXT_ALIGNMENT_JUSTIFIED, reading});
+        settings.push_back({200.0F, DWRITE_TEXT_ALIGNMENT_CENTER, reading});
+        settings.push_back({400.0F, DWRITE_TEXT_ALIGNMENT_TRAILING, reading});
+    }
     for (const Sample& sample : texts) {
-        for (const auto reading : {DWRITE_READING_DIRECTION_LEFT_TO_RIGHT, DWRITE_READING_DIRECTION_RIGHT_TO_LEFT}) {
-            for (const float width : {0.0F, 70.0F, 400.0F}) {
-                FormatOptions options;
-                options.reading = reading;
-                const auto layout = makeLayout(sample.text, width, 0.0F, options);
-                SCOPED_TRACE(described(sample, width, reading));
-                check(*layout, sample.text);
-                if (testing::Test::HasFailure()) {
-                    return;
-                }
+        for (const Setting& setting : settings) {
+            const auto layout = makeLayout(sample.text, setting.width, 0.0F, {.reading = setting.reading});
+            EXPECT_EQ(S_OK, layout->SetTextAlignment(setting.alignment));
+            SCOPED_TRACE(described(sample, setting));
+            check(*layout, sample.text);
+            if (testing::Test::HasFailure()) {
+                return;
             }
         }
     }
@@ -313,13 +328,12 @@ TEST(EditingInvariants, BelowTheMinimumWidthAWordWouldBeBroken) {
     texts.insert(texts.end(), more.begin(), more.end());
     int checked = 0;
     for (const Sample& sample : texts) {
-        SCOPED_TRACE(described(sample, 0.0F, DWRITE_READING_DIRECTION_LEFT_TO_RIGHT));
+        SCOPED_TRACE(described(sample, {0.0F}));
         const auto layout = makeLayout(sample.text);
         FLOAT width = -1.0F;
         EXPECT_EQ(S_OK, layout->DetermineMinWidth(&width));
         ASSERT_GE(width, 0.0F);
-        // A tab's width depends on the box.
-        if (width < 0.5F || sample.text.find(u'\t') != std::u16string::npos) {
+        if (width < 0.5F) {
             continue;
         }
         ++checked;
@@ -332,6 +346,64 @@ TEST(EditingInvariants, BelowTheMinimumWidthAWordWouldBeBroken) {
                   lineLengths(*makeLayout(sample.text, width + 0.02F)));
     }
     EXPECT_GT(checked, 100);
+}
+
+TEST(EditingInvariants, TheMinimumWidthDependsOnTheTextAlone) {
+    for (const Sample& sample : samples()) {
+        FLOAT expected = -1.0F;
+        EXPECT_EQ(S_OK, makeLayout(sample.text)->DetermineMinWidth(&expected));
+        for (const auto reading : {DWRITE_READING_DIRECTION_LEFT_TO_RIGHT, DWRITE_READING_DIRECTION_RIGHT_TO_LEFT}) {
+            for (const auto alignment : {DWRITE_TEXT_ALIGNMENT_TRAILING, DWRITE_TEXT_ALIGNMENT_JUSTIFIED}) {
+                SCOPED_TRACE(described(sample, {70.0F, alignment, reading}));
+                const auto layout = makeLayout(sample.text, 70.0F, 0.0F, {.reading = reading});
+                EXPECT_EQ(S_OK, layout->SetTextAlignment(alignment));
+                FLOAT width = -1.0F;
+                EXPECT_EQ(S_OK, layout->DetermineMinWidth(&width));
+                EXPECT_FLOAT_EQ(expected, width);
+            }
+        }
+    }
+}
+
+/// The clusters of every line: their widths, the last ones' that hang left out, must sum to the line's width.
+TEST(EditingInvariants, JustifiedLinesFillTheBoxOrAreAsWideAsTheirText) {
+    int filled = 0;
+    for (const Sample& sample : samples()) {
+        for (const auto reading : {DWRITE_READING_DIRECTION_LEFT_TO_RIGHT, DWRITE_READING_DIRECTION_RIGHT_TO_LEFT}) {
+            SCOPED_TRACE(described(sample, {150.0F, DWRITE_TEXT_ALIGNMENT_JUSTIFIED, reading}));
+            const auto layout = makeLayout(sample.text, 150.0F, 0.0F, {.reading = reading});
+            const auto ragged = clustersOf(*layout);
+            EXPECT_EQ(S_OK, layout->SetTextAlignment(DWRITE_TEXT_ALIGNMENT_JUSTIFIED));
+            const auto clusters = clustersOf(*layout);
+            ASSERT_EQ(ragged.size(), clusters.size());
+            const auto lines = linesOf(*layout);
+            std::size_t next = 0;
+            unsigned position = 0;
+            unsigned lineEnd = 0;
+            for (std::size_t i = 0; i < lines.size(); ++i) {
+                lineEnd += lines[i].length;
+                const unsigned textEnd = lineEnd - lines[i].trailingWhitespaceLength;
+                float width = 0.0F;
+                float natural = 0.0F;
+                for (; next < clusters.size() && position < lineEnd; ++next) {
+                    if (position < textEnd) {
+                        width += clusters[next].width;
+                        natural += ragged[next].width;
+                    } else {
+                        EXPECT_EQ(ragged[next].width, clusters[next].width);
+                    }
+                    position += clusters[next].length;
+                }
+                const bool isLast = i + 1 == lines.size() || lines[i].newlineLength > 0;
+                if (isLast || std::abs(width - 150.0F) > 1e-2F) {
+                    EXPECT_FLOAT_EQ(natural, width);
+                } else {
+                    ++filled;
+                }
+            }
+        }
+    }
+    EXPECT_LT(60, filled);
 }
 
 } // namespace

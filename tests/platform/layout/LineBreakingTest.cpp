@@ -1,7 +1,4 @@
-#include <limits>
-
 #include "layout/LayoutTestSupport.h"
-#include "layout/LineBreaker.h"
 
 namespace platform_test {
 namespace {
@@ -188,55 +185,6 @@ TEST(ClusterMetrics, AZeroWidthSpaceIsNotWhitespace) {
     ASSERT_EQ(3U, clusters.size());
     EXPECT_EQ(0U, clusters[1].isWhitespace);
     EXPECT_EQ(1U, clusters[1].canWrapLineAfter);
-}
-
-TEST(Tabs, AdvanceToTheNextStopFromTheLinesStart) {
-    const auto layout = makeLayout(u"\ta\tb");
-    EXPECT_EQ(S_OK, layout->SetIncrementalTabStop(100.0F));
-    const auto clusters = clustersOf(*layout);
-    ASSERT_EQ(4U, clusters.size());
-    EXPECT_EQ(100.0F, clusters[0].width);
-    EXPECT_FLOAT_EQ(100.0F, clusters[1].width + clusters[2].width);
-    EXPECT_FLOAT_EQ(200.0F + clusters[3].width, metricsOf(*layout).width);
-    EXPECT_EQ(1U, clusters[0].length);
-    EXPECT_EQ(1U, clusters[0].isWhitespace);
-}
-
-TEST(Tabs, DefaultStopIsFourTimesTheFormatsSize) {
-    EXPECT_FLOAT_EQ(80.0F, clustersOf(*makeLayout(u"\ta"))[0].width);
-}
-
-TEST(Tabs, ATabOnAStopGoesToTheNextOne) {
-    const auto layout = makeLayout(u"\t\ta");
-    EXPECT_EQ(80.0F, clustersOf(*layout)[1].width);
-    EXPECT_FLOAT_EQ(40.0F, platform::tabWidth(40.0F, 40.0F));
-    EXPECT_FLOAT_EQ(40.001F, platform::tabWidth(39.999F, 40.0F));
-    EXPECT_FLOAT_EQ(0.5F, platform::tabWidth(39.5F, 40.0F));
-}
-
-TEST(Tabs, ATabIsARunWithoutGlyphs) {
-    const auto runs = drawnRuns(*makeLayout(u"a\tb"));
-    ASSERT_EQ(3U, runs.size());
-    EXPECT_EQ(L"\t", runs[1].text);
-    EXPECT_TRUE(runs[1].glyphs.empty());
-    EXPECT_FLOAT_EQ(80.0F, runs[2].x);
-}
-
-TEST(Tabs, StartAnewOnEveryLineAndStayWithinTheBox) {
-    const auto layout = makeLayout(u"aaaa\tbbbb", 100.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
-    EXPECT_EQ((std::vector<unsigned>{5, 4}), lineLengths(*layout));
-    EXPECT_LE(metricsOf(*layout).width, 100.0F);
-    EXPECT_EQ(S_OK, layout->SetMaxWidth(60.0F));
-    EXPECT_EQ((std::vector<unsigned>{5, 4}), lineLengths(*layout));
-    EXPECT_LE(metricsOf(*layout).width, 60.0F);
-}
-
-TEST(Tabs, StopsThatAreNoNumbersGiveTabsWithoutWidth) {
-    const auto layout = makeLayout(u"a\tb", 0, 0);
-    EXPECT_EQ(S_OK, layout->SetIncrementalTabStop(std::numeric_limits<float>::infinity()));
-    EXPECT_EQ(0.0F, clustersOf(*layout)[1].width);
-    EXPECT_EQ(S_OK, layout->SetIncrementalTabStop(std::numeric_limits<float>::quiet_NaN()));
-    EXPECT_EQ(0.0F, clustersOf(*layout)[1].width);
 }
 
 } // namespace

@@ -84,6 +84,31 @@ TEST(LayoutMetrics, ProportionalSpacingMultiplies) {
     EXPECT_FLOAT_EQ(1.5F * 20.0F * dejaVuAscent, lines[0].baseline);
 }
 
+TEST(LayoutMetrics, LineSpacingOfMixedFontsGoesByTheirCommonExtent) {
+    // DejaVu Sans: 1901 above and 483 below of 2048; Noto Sans CJK: 1160 and 288 of 1000.
+    const std::u16string text = u"a\u6F22";
+    const float baseline = 1160.0F / 1000.0F * 20.0F;
+    const float height = baseline + 288.0F / 1000.0F * 20.0F;
+    const auto layout = makeLayout(text, 0, 0, {.locale = L"ja-jp"});
+    const auto expectLine = [&layout](float expectedHeight, float expectedBaseline) {
+        const DWRITE_LINE_METRICS line = linesOf(*layout).at(0);
+        EXPECT_FLOAT_EQ(expectedHeight, line.height);
+        EXPECT_FLOAT_EQ(expectedBaseline, line.baseline);
+        for (const DrawnCall& run : drawnRuns(*layout)) {
+            EXPECT_FLOAT_EQ(expectedBaseline, run.y);
+        }
+    };
+    expectLine(height, baseline);
+    EXPECT_EQ(S_OK, layout->SetLineSpacing(DWRITE_LINE_SPACING_METHOD_PROPORTIONAL, 1.5F, 2.0F));
+    expectLine(height * 1.5F, baseline * 2.0F);
+    EXPECT_EQ(S_OK, layout->SetLineSpacing(DWRITE_LINE_SPACING_METHOD_UNIFORM, 30.0F, 22.0F));
+    expectLine(30.0F, 22.0F);
+    // A larger Latin letter now reaches higher than the ideograph, and lower.
+    EXPECT_EQ(S_OK, layout->SetLineSpacing(DWRITE_LINE_SPACING_METHOD_DEFAULT, 0.0F, 0.0F));
+    EXPECT_EQ(S_OK, layout->SetFontSize(40.0F, {0, 1}));
+    expectLine(2384.0F / 2048.0F * 40.0F, 1901.0F / 2048.0F * 40.0F);
+}
+
 TEST(LayoutNewlines, EveryNewlineCharacterEndsALine) {
     for (const char16_t newline : {u'\n', u'\r', u'\v', u'\f', u'\u0085', u'\u2028', u'\u2029'}) {
         const std::u16string text = std::u16string(u"a") + newline + u"b";

@@ -7,16 +7,19 @@ list(APPEND PLATFORM_TESTS
     layout/HitTestInvariantsTest.cpp
     layout/HitTestTest.cpp
     layout/InlineObjectTest.cpp
+    layout/JustificationTest.cpp
     layout/LayoutTestSupport.cpp
     layout/LimitsTest.cpp
     layout/LineBreakingTest.cpp
     layout/MetricsTest.cpp
     layout/NoFontsTest.cpp
     layout/RangePropertiesTest.cpp
+    layout/RightToLeftTest.cpp
     layout/RunFactsTest.cpp
     layout/RunsTest.cpp
     layout/ShaperTest.cpp
     layout/StagesTest.cpp
+    layout/TabsTest.cpp
     layout/TextFormatTest.cpp
     layout/TrimmingTest.cpp
     layout/WordShaperTest.cpp)
