@@ -18,33 +18,38 @@ UGraphemeClusterBreak classOf(UChar32 character) {
     return static_cast<UGraphemeClusterBreak>(u_getIntPropertyValue(character, UCHAR_GRAPHEME_CLUSTER_BREAK));
 }
 
-/// Whether a character of this class can belong to the grapheme before it.
-bool canContinue(UGraphemeClusterBreak kind) {
-    switch (kind) {
-    case U_GCB_OTHER:
-    case U_GCB_CONTROL:
-    case U_GCB_CR:
+bool isControl(UGraphemeClusterBreak kind) {
+    return kind == U_GCB_CR || kind == U_GCB_LF || kind == U_GCB_CONTROL;
+}
+
+/// Whether jamo and syllables of these classes belong to one syllable.
+bool makeSyllable(UGraphemeClusterBreak before, UGraphemeClusterBreak after) {
+    switch (after) {
     case U_GCB_L:
     case U_GCB_LV:
     case U_GCB_LVT:
-    case U_GCB_PREPEND:
-        return false;
+        return before == U_GCB_L;
+    case U_GCB_V:
+        return before == U_GCB_L || before == U_GCB_V || before == U_GCB_LV;
+    case U_GCB_T:
+        return before == U_GCB_V || before == U_GCB_LV || before == U_GCB_LVT || before == U_GCB_T;
     default:
-        return true;
+        return false;
     }
 }
 
-/// Whether the grapheme of a character of this class can go on with a character that usually starts one.
-bool canBeContinued(UGraphemeClusterBreak kind) {
-    switch (kind) {
-    case U_GCB_PREPEND:
-    case U_GCB_ZWJ:
-    case U_GCB_L:
-    case U_GCB_CR:
-        return true;
-    default:
-        return false;
+enum class Verdict { Boundary, Inside, Unknown };
+
+/// What the classes of two neighbours say. Emoji sequences and flags depend on more than that.
+Verdict judge(UGraphemeClusterBreak before, UGraphemeClusterBreak after) {
+    if (isControl(before) || isControl(after)) {
+        return before == U_GCB_CR && after == U_GCB_LF ? Verdict::Inside : Verdict::Boundary;
     }
+    if (after == U_GCB_EXTEND || after == U_GCB_SPACING_MARK || after == U_GCB_ZWJ || before == U_GCB_PREPEND ||
+        makeSyllable(before, after)) {
+        return Verdict::Inside;
+    }
+    return before == U_GCB_ZWJ || before == U_GCB_REGIONAL_INDICATOR ? Verdict::Unknown : Verdict::Boundary;
 }
 
 } // namespace
@@ -63,8 +68,8 @@ bool Graphemes::isBoundary(std::size_t position) {
     U16_GET(m_text.data(), 0, position, m_text.size(), after);
     UChar32 before = 0;
     U16_GET(m_text.data(), 0, position - 1, m_text.size(), before);
-    if (!canContinue(classOf(after)) && !canBeContinued(classOf(before))) {
-        return true;
+    if (const Verdict verdict = judge(classOf(before), classOf(after)); verdict != Verdict::Unknown) {
+        return verdict == Verdict::Boundary;
     }
     if (m_iterator == nullptr) {
         m_iterator = breakIterator(UBRK_CHARACTER, m_text);

@@ -47,8 +47,8 @@ SpaceKerning findSpaceKerning(hb_face_t* face, hb_codepoint_t space) {
     return kerning;
 }
 
-/// Whether HarfBuzz may take a letter of `word` apart into base and mark. In scripts other than these it leaves the parts
-/// in words without marks, but puts them together again where any mark stands in the same run.
+/// Whether HarfBuzz may take a letter of `word` apart into base and mark. In scripts other than these it leaves the
+/// parts in words without marks, but puts them together again where any mark stands in the same run.
 bool isTakenApart(std::u16string_view word, hb_script_t script) {
     switch (script) {
     case HB_SCRIPT_ARABIC:
@@ -84,6 +84,7 @@ bool isShapedByAppleTables(hb_face_t* face) {
 
 WordPlan::WordPlan(const ShapeRequest& request) : m_request(request) {
     m_request.text = {};
+    m_request.start = 0;
     m_request.features = {};
     m_request.asksUnsafeToConcat = true;
     const std::uint16_t glyph = request.face->nominalGlyph(U' ');

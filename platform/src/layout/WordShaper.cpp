@@ -9,10 +9,17 @@ namespace platform {
 
 namespace {
 
-/// Whether `unit`, which is outside the run, lets letters of the run take another shape. Only joining does that.
-bool actsFromOutside(char16_t unit) {
+/// Whether `unit` joins with letters beside it, or lets others join across it.
+bool joins(char16_t unit) {
     return unit >= 0x80 &&
            (U16_IS_SURROGATE(unit) || u_getIntPropertyValue(unit, UCHAR_JOINING_TYPE) != U_JT_NON_JOINING);
+}
+
+/// Whether what stands outside the run may let its letters take other shapes. Only joining does that.
+bool joinsNeighbours(const ShapeRequest& request) {
+    const std::size_t end = request.start + request.length;
+    return (request.start > 0 && joins(request.text[request.start]) && joins(request.text[request.start - 1])) ||
+           (end < request.text.size() && joins(request.text[end - 1]) && joins(request.text[end]));
 }
 
 /// Whether what stands at `position` begins a word, even after a space. Marks and their like take the space as their
@@ -115,10 +122,7 @@ private:
 } // namespace
 
 void shapeByWords(const ShapeRequest& request, WordStore& store, ShapedRun& run) {
-    const std::size_t end = request.start + request.length;
-    const bool isAlone = (request.start == 0 || !actsFromOutside(request.text[request.start - 1])) &&
-                         (end == request.text.size() || !actsFromOutside(request.text[end]));
-    if (request.features.empty() && isAlone) {
+    if (request.features.empty() && !joinsNeighbours(request)) {
         WordStore::Words& words = store.wordsOf(request);
         if (words.plan().isSeparable() && RunOfWords(request, words, run).assemble()) {
             return;

@@ -175,6 +175,15 @@ TEST(WordShaper, LettersJoinWithWhatStandsOutsideTheRun) {
     EXPECT_TRUE(isSeparable(text.substr(3, 3), face, HB_SCRIPT_ARABIC));
 }
 
+TEST(WordShaper, APlanDoesNotDependOnWhereItsFirstRunStands) {
+    ShapeRequest request = requestOf(u"one two three", font(L"Liberation Sans").face());
+    request.start = 8;
+    request.length = 5;
+    EXPECT_TRUE(WordPlan(request).isSeparable());
+    WordStore store;
+    expectTheSame(request, store);
+}
+
 TEST(WordShaper, WordsThatActOnEachOtherAcrossSpacesAreShapedTogether) {
     // x becomes O before "space x", and H before another H whatever bases stand between them becomes I.
     CFontFace& face = dataFont("AcrossSpaces.ttf").face();
