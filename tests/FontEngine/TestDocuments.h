@@ -19,7 +19,7 @@ using render::eRichTextParagraphVerticalAlignment;
 inline render::CRichTextParagraph
 makeParagraph(std::wstring text, eRichTextParagraphAlignment alignment = eRichTextParagraphAlignment::Left,
               eRichTextParagraphVerticalAlignment verticalAlignment = eRichTextParagraphVerticalAlignment::Top,
-              std::wstring fontFamily = L"DejaVu Sans", float fontCapSize = 10.0f) {
+              std::wstring fontFamily = L"Liberation Sans", float fontCapSize = 10.0f) {
     render::CRichTextParagraph paragraph;
     paragraph.alignment = alignment;
     paragraph.verticalAlignment = verticalAlignment;

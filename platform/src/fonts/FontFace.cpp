@@ -69,6 +69,7 @@ CFontFace::CFontFace(CFont& font, FaceSource& source, DWRITE_FONT_SIMULATIONS si
     : m_font(font), m_id(nextId()), m_simulations(simulations), m_drawingFont(makeDrawingFont(source, simulations)),
       m_glyphCount(hb_face_get_glyph_count(hb_font_get_face(m_drawingFont.get()))),
       m_metrics(readFontMetrics(m_drawingFont.get())), m_boldStrength(boldStrength(m_metrics.designUnitsPerEm)),
+      m_hasPictures(hasPictures(hb_font_get_face(m_drawingFont.get()))),
       m_shapingFont(makeShapingFont(m_drawingFont.get(), simulations, m_boldStrength)), m_bounds(m_glyphCount) {}
 
 CFontFace::~CFontFace() {
@@ -114,6 +115,9 @@ const GlyphBounds& CFontFace::glyphBounds(std::uint16_t glyph) const {
 
 void CFontFace::outline(std::uint16_t glyph, OutlineSink& sink) const {
     if (glyph >= m_glyphCount) {
+        return;
+    }
+    if (m_hasPictures && playPictureFrame(m_drawingFont.get(), glyph, sink)) {
         return;
     }
     if ((m_simulations & DWRITE_FONT_SIMULATIONS_BOLD) != 0) {

@@ -58,7 +58,7 @@ public:
     /// Exact bounds of the outline as drawn; computed once per glyph. The reference
     /// stays valid as long as the face. Empty past the last glyph.
     const GlyphBounds& glyphBounds(std::uint16_t glyph) const;
-    /// Plays the outline as drawn; nothing past the last glyph.
+    /// Plays the outline as drawn, a frame for a picture that has none; nothing past the last glyph.
     void outline(std::uint16_t glyph, OutlineSink& sink) const;
 
     // IDWriteFontFace
@@ -89,6 +89,7 @@ private:
     const unsigned m_glyphCount;
     const DWRITE_FONT_METRICS m_metrics;
     const int m_boldStrength;
+    const bool m_hasPictures;
     const HbFontPtr m_shapingFont;
     mutable std::array<std::atomic<const GlyphPage*>, 256> m_glyphPages{};
     mutable GlyphBoundsCache m_bounds;

@@ -13,6 +13,13 @@ void playOutline(hb_font_t* font, hb_codepoint_t glyph, OutlineSink& sink);
 /// and the left edge too.
 void playEmboldenedOutline(hb_font_t* font, hb_codepoint_t glyph, float strength, OutlineSink& sink);
 
+/// Whether some glyphs of a face may be pictures made of pixels.
+bool hasPictures(hb_face_t* face);
+
+/// For a glyph that is a picture and has no outline: plays a frame around the picture's place, so that text has its
+/// extent and a drawing of outlines shows that something belongs there. False, and nothing played, for other glyphs.
+bool playPictureFrame(hb_font_t* font, hb_codepoint_t glyph, OutlineSink& sink);
+
 /// The exact bounds of an outline: of its curves, not of their control points.
 class OutlineBounds final : public OutlineSink {
 public:

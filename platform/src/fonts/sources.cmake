@@ -18,4 +18,5 @@ list(APPEND PLATFORM_SOURCES
     src/fonts/GlyphRunOutline.cpp
     src/fonts/LocalizedStrings.cpp
     src/fonts/NameTable.cpp
+    src/fonts/PictureOutline.cpp
     src/fonts/SfntTables.cpp)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <dwrite.h>
+#include <dwrite_2.h>
 
 #include "com/ComObject.h"
 #include "layout/FormatSettings.h"
@@ -90,13 +90,44 @@ protected:
 
     ~FormatOperations() = default;
 
-private:
     HRESULT changed(Change change, HRESULT result) noexcept {
         if (SUCCEEDED(result)) {
             settingsChanged(change);
         }
         return result;
     }
+};
+
+/// The operations of a text format of the second generation.
+class LaterFormatOperations : public FormatOperations<IDWriteTextFormat1> {
+public:
+    HRESULT STDMETHODCALLTYPE SetVerticalGlyphOrientation(DWRITE_VERTICAL_GLYPH_ORIENTATION value) final {
+        return paragraph().setVerticalGlyphOrientation(value);
+    }
+    HRESULT STDMETHODCALLTYPE SetLastLineWrapping(BOOL value) final {
+        paragraph().lastLineWrapping = value != FALSE;
+        return changed(BreakingChange, S_OK);
+    }
+    HRESULT STDMETHODCALLTYPE SetOpticalAlignment(DWRITE_OPTICAL_ALIGNMENT value) final {
+        return changed(PlacingChange, paragraph().setOpticalAlignment(value));
+    }
+    HRESULT STDMETHODCALLTYPE SetFontFallback(IDWriteFontFallback* value) final {
+        paragraph().fontFallback = value;
+        return changed(ShapingChange, S_OK);
+    }
+
+    DWRITE_VERTICAL_GLYPH_ORIENTATION STDMETHODCALLTYPE GetVerticalGlyphOrientation() final {
+        return paragraph().verticalGlyphOrientation;
+    }
+    BOOL STDMETHODCALLTYPE GetLastLineWrapping() final { return paragraph().lastLineWrapping ? TRUE : FALSE; }
+    DWRITE_OPTICAL_ALIGNMENT STDMETHODCALLTYPE GetOpticalAlignment() final { return paragraph().opticalAlignment; }
+    HRESULT STDMETHODCALLTYPE GetFontFallback(IDWriteFontFallback** value) final {
+        handOutOrNull(paragraph().fontFallback, value);
+        return S_OK;
+    }
+
+protected:
+    ~LaterFormatOperations() = default;
 };
 
 } // namespace platform

@@ -19,6 +19,21 @@ void readParagraph(IDWriteTextFormat& format, ParagraphSettings& paragraph) {
     paragraph.trimmingSign = Reference<IDWriteInlineObject>(sign, false);
 }
 
+/// What only formats of the second generation say.
+void readLaterParagraph(IDWriteTextFormat& format, ParagraphSettings& paragraph) {
+    void* queried = nullptr;
+    if (FAILED(format.QueryInterface(__uuidof(IDWriteTextFormat1), &queried)) || queried == nullptr) {
+        return;
+    }
+    const Reference<IDWriteTextFormat1> later(static_cast<IDWriteTextFormat1*>(queried), false);
+    paragraph.verticalGlyphOrientation = later->GetVerticalGlyphOrientation();
+    paragraph.lastLineWrapping = later->GetLastLineWrapping() != FALSE;
+    paragraph.opticalAlignment = later->GetOpticalAlignment();
+    IDWriteFontFallback* fallback = nullptr;
+    later->GetFontFallback(&fallback);
+    paragraph.fontFallback = Reference<IDWriteFontFallback>(fallback, false);
+}
+
 HRESULT readFont(IDWriteTextFormat& format, FontSettings& font) {
     IDWriteFontCollection* collection = nullptr;
     format.GetFontCollection(&collection);
@@ -51,6 +66,7 @@ HRESULT readFormat(IDWriteTextFormat& format, FormatSettings& settings) {
         return S_OK;
     }
     readParagraph(format, settings.paragraph);
+    readLaterParagraph(format, settings.paragraph);
     return readFont(format, settings.font);
 }
 

@@ -3,15 +3,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <optional>
 #include <string>
 
 #include <unicode/uchar.h>
 
 #include "fallback/FallbackMapper.h"
+#include "fallback/FontFallback.h"
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
 #include "layout/BidiLevels.h"
 #include "layout/Graphemes.h"
+#include "layout/HostFallback.h"
 #include "layout/ScriptRuns.h"
 
 namespace platform {
@@ -64,9 +67,15 @@ ItemKind kindOf(char16_t unit) noexcept {
 /// Goes through the text once, from front to back, and writes the items.
 class Itemizer {
 public:
-    Itemizer(const TextBuffer& text, const RangeProperties& properties, bool rightToLeft, std::vector<TextItem>& items)
+    Itemizer(const TextBuffer& text, const RangeProperties& properties, const ParagraphSettings& settings,
+             std::vector<TextItem>& items)
         : m_text(text.units()), m_graphemes(text.units()), m_properties(properties),
-          m_base(paragraphLevel(rightToLeft)), m_items(items) {
+          m_base(paragraphLevel(settings.rightToLeft())), m_items(items) {
+        if (IDWriteFontFallback* fallback = settings.fontFallback.get();
+            fallback != nullptr && fallback != &CFontFallback::system()) {
+            m_host.emplace(*fallback, text, properties, settings.readingDirection);
+        }
+        const bool rightToLeft = settings.rightToLeft();
         std::u16string_view analysed = m_text;
         std::u16string substituted;
         if (properties.hasInlineObjects()) {
@@ -129,18 +138,28 @@ private:
             return true;
         }
         while (m_position < end) {
+            if (m_host) {
+                const HostFallback::Answer answer =
+                    m_host->ask(static_cast<UINT32>(m_position), static_cast<UINT32>(end - m_position), style);
+                addMapped(style, base, answer.face, answer.scale, m_position + answer.length);
+                continue;
+            }
             const Mapping mapping =
                 FallbackMapper::system().map(m_text, m_position, end - m_position, textOf(style.locale), base.family,
                                              style.weight, style.style, style.stretch);
-            CFontFace& face = mapping.font != nullptr ? mapping.font->face() : *base.face;
-            const std::size_t mappedEnd = std::min(m_position + std::max<std::size_t>(mapping.length, 1), end);
-            while (m_position < mappedEnd) {
-                const bool isMissing = mapping.font == nullptr;
-                const ItemKind kind = kindOf(m_text[m_position]);
-                add(style, face, mapping.scale, kind, endOfItem(kind, mappedEnd)).isMissing = isMissing;
-            }
+            addMapped(style, base, mapping.font != nullptr ? &mapping.font->face() : nullptr, mapping.scale,
+                      std::min(m_position + std::max<std::size_t>(mapping.length, 1), end));
         }
         return true;
+    }
+
+    /// Adds what is drawn with `face`; null where there is no font for it.
+    void addMapped(const RunStyle& style, const BaseFont& base, CFontFace* face, float scale, std::size_t end) {
+        while (m_position < end) {
+            const ItemKind kind = kindOf(m_text[m_position]);
+            add(style, face != nullptr ? *face : *base.face, scale, kind, endOfItem(kind, end)).isMissing =
+                face == nullptr;
+        }
     }
 
     /// Where the item that starts here ends, at the latest at `limit`.
@@ -196,6 +215,8 @@ private:
     const RangeProperties& m_properties;
     const std::uint8_t m_base;
     std::vector<TextItem>& m_items;
+    /// Only where the host chooses the fonts itself.
+    std::optional<HostFallback> m_host;
     std::size_t m_position = 0;
     std::vector<ScriptRun> m_scripts;
     std::size_t m_script = 0;
@@ -209,10 +230,10 @@ CFontFace* baseFace(const RunStyle& style) {
     return findBaseFont(style).face;
 }
 
-bool itemize(const TextBuffer& text, const RangeProperties& properties, bool rightToLeft,
+bool itemize(const TextBuffer& text, const RangeProperties& properties, const ParagraphSettings& settings,
              std::vector<TextItem>& items) {
     items.clear();
-    if (Itemizer(text, properties, rightToLeft, items).run()) {
+    if (Itemizer(text, properties, settings, items).run()) {
         return true;
     }
     items.clear();

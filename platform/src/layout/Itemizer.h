@@ -12,8 +12,11 @@ namespace platform {
 /// typography. Newlines, tabs, control characters and inline objects are items of their own. The clusters of the items
 /// are left open.
 ///
+/// `settings` say who chooses fonts and which way lines are read.
+///
 /// Returns false, with `items` empty, if no font is installed at all.
-bool itemize(const TextBuffer& text, const RangeProperties& properties, bool rightToLeft, std::vector<TextItem>& items);
+bool itemize(const TextBuffer& text, const RangeProperties& properties, const ParagraphSettings& settings,
+             std::vector<TextItem>& items);
 
 /// The font that text of `style` starts with: the family's, or where there is no such family, what stands in for it.
 /// Null if no font is installed at all.

@@ -15,13 +15,14 @@ public:
     LineBreaker(ClusterStream stream, const LineBreakSettings& settings,
                 const std::function<const BreakOpportunities&()>& opportunities, std::vector<Line>& lines)
         : m_stream(std::move(stream)), m_settings(settings), m_findOpportunities(opportunities), m_lines(lines) {
-        m_isLimited = settings.wrapping != DWRITE_WORD_WRAPPING_NO_WRAP && settings.maxWidth > 0.0F &&
-                      std::isfinite(settings.maxWidth);
+        m_isWrapping = settings.wrapping != DWRITE_WORD_WRAPPING_NO_WRAP && settings.maxWidth > 0.0F &&
+                       std::isfinite(settings.maxWidth);
     }
 
     void run() {
         bool endsWithNewline = true;
         while (m_stream.size() > 0) {
+            m_isLimited = m_isWrapping && m_lines.size() != m_settings.unwrappedLine;
             finish(m_stream.take(findFittingEnd()));
             endsWithNewline = m_lines.back().newlineLength > 0;
         }
@@ -187,7 +188,9 @@ private:
     const std::function<const BreakOpportunities&()>& m_findOpportunities;
     const BreakOpportunities* m_opportunities = nullptr;
     std::vector<Line>& m_lines;
-    bool m_isLimited;
+    bool m_isWrapping;
+    /// Whether the line that is being broken is.
+    bool m_isLimited = false;
 };
 
 } // namespace

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -40,6 +42,8 @@ struct LineBreakSettings {
     float maxWidth = 0.0F;
     DWRITE_WORD_WRAPPING wrapping = DWRITE_WORD_WRAPPING_WRAP;
     float tabStop = 0.0F;
+    /// The line with this number is not wrapped.
+    std::size_t unwrappedLine = std::numeric_limits<std::size_t>::max();
 };
 
 /// Cuts `shaped` into lines: all that a line consists of but its height.

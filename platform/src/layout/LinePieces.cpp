@@ -55,7 +55,8 @@ void arrange(const TextPipeline& pipeline, std::size_t index, std::vector<LinePi
     }
     std::vector<std::int32_t> order;
     findVisualOrder(levels, order);
-    float x = pipeline.placement().lines[index].left;
+    const PlacedLine& placed = pipeline.placement().lines[index];
+    float x = placed.left - placed.bearing;
     if (pipeline.settings().rightToLeft()) {
         x -= line.fullWidth - line.width;
     }

@@ -5,6 +5,7 @@
 
 #include "fonts/FontFace.h"
 #include "layout/BidiLevels.h"
+#include "layout/Ink.h"
 #include "layout/LinePieces.h"
 
 namespace platform {
@@ -44,54 +45,6 @@ void appendCluster(const TextPipeline& pipeline, const BreakOpportunities& oppor
     metrics.length = static_cast<UINT16>(left);
     metrics.canWrapLineAfter = opportunities[textEnd] ? 1 : 0;
     all.push_back(metrics);
-}
-
-/// A box that grows.
-struct InkBox {
-    float left = std::numeric_limits<float>::infinity();
-    float top = std::numeric_limits<float>::infinity();
-    float right = -std::numeric_limits<float>::infinity();
-    float bottom = -std::numeric_limits<float>::infinity();
-
-    void include(float l, float t, float r, float b) {
-        left = std::min(left, l);
-        top = std::min(top, t);
-        right = std::max(right, r);
-        bottom = std::max(bottom, b);
-    }
-};
-
-/// Adds the ink of a piece of a line.
-void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePiece& piece, InkBox& ink) {
-    if (piece.isTrimmed) {
-        return;
-    }
-    const ShapedText& shaped = pipeline.shaped();
-    const TextItem& item = shaped.items[piece.item];
-    const Line& line = pipeline.lines()[index];
-    const float baseline = pipeline.placement().lines[index].top + line.baseline;
-    const float scale = item.emSize / static_cast<float>(std::max(1U, item.face->unitsPerEm()));
-    float x = piece.isRightToLeft() ? piece.left + piece.width : piece.left;
-    for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {
-        const bool isShown =
-            !shaped.clusters[i].has(Cluster::Shapeless) || (line.showsHyphen && i + 1 == line.clusterEnd);
-        const float width = placedWidth(pipeline, index, i);
-        float pen = x;
-        for (UINT32 glyph = shaped.clusters[i].glyphStart; isShown && glyph < shaped.glyphEnd(i); ++glyph) {
-            const GlyphBounds& bounds = item.face->glyphBounds(shaped.glyphs[glyph]);
-            const DWRITE_GLYPH_OFFSET& offset = shaped.offsets[glyph];
-            const float advance = shaped.advances[glyph];
-            const float origin =
-                piece.isRightToLeft() ? pen - advance - offset.advanceOffset : pen + offset.advanceOffset;
-            const float y = baseline - offset.ascenderOffset;
-            if (!bounds.empty()) {
-                ink.include(origin + bounds.xMin * scale, y - bounds.yMax * scale, origin + bounds.xMax * scale,
-                            y - bounds.yMin * scale);
-            }
-            pen = piece.isRightToLeft() ? pen - advance : pen + advance;
-        }
-        x = piece.isRightToLeft() ? x - width : x + width;
-    }
 }
 
 /// The narrowest width that words can be set in, of text handed over piece by piece. Words may be hyphenated, but a
@@ -205,14 +158,10 @@ HRESULT clusterMetrics(TextPipeline& pipeline, DWRITE_CLUSTER_METRICS* metrics, 
 
 DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline) {
     InkBox ink;
-    std::vector<LinePiece> pieces;
     for (std::size_t i = 0; i < pipeline.lines().size(); ++i) {
-        findPieces(pipeline, i, pieces);
-        for (const LinePiece& piece : pieces) {
-            includePiece(pipeline, i, piece, ink);
-        }
+        ink.include(inkOf(pipeline, i));
     }
-    if (!(ink.left <= ink.right)) {
+    if (ink.isEmpty()) {
         ink = {0.0F, 0.0F, 0.0F, 0.0F};
     }
     return {-ink.left, -ink.top, ink.right - pipeline.box().width, ink.bottom - pipeline.box().height};

@@ -69,6 +69,14 @@ HRESULT ParagraphSettings::setLineSpacing(DWRITE_LINE_SPACING_METHOD method, FLO
     return S_OK;
 }
 
+HRESULT ParagraphSettings::setVerticalGlyphOrientation(DWRITE_VERTICAL_GLYPH_ORIENTATION value) noexcept {
+    return setWithin(verticalGlyphOrientation, value, DWRITE_VERTICAL_GLYPH_ORIENTATION_STACKED);
+}
+
+HRESULT ParagraphSettings::setOpticalAlignment(DWRITE_OPTICAL_ALIGNMENT value) noexcept {
+    return setWithin(opticalAlignment, value, DWRITE_OPTICAL_ALIGNMENT_NO_SIDE_BEARINGS);
+}
+
 bool isValidWeight(DWRITE_FONT_WEIGHT value) noexcept {
     return isWithin(value, 0, 998);
 }

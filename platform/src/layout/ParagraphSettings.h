@@ -1,6 +1,6 @@
 #pragma once
 
-#include <dwrite.h>
+#include <dwrite_2.h>
 
 #include "layout/Name.h"
 #include "layout/Reference.h"
@@ -21,6 +21,11 @@ struct ParagraphSettings {
     FLOAT lineBaseline = 0.0F;
     DWRITE_TRIMMING trimming{};
     Reference<IDWriteInlineObject> trimmingSign;
+    DWRITE_VERTICAL_GLYPH_ORIENTATION verticalGlyphOrientation = DWRITE_VERTICAL_GLYPH_ORIENTATION_DEFAULT;
+    bool lastLineWrapping = true;
+    DWRITE_OPTICAL_ALIGNMENT opticalAlignment = DWRITE_OPTICAL_ALIGNMENT_NONE;
+    /// Null means the system's.
+    Reference<IDWriteFontFallback> fontFallback;
 
     HRESULT setTextAlignment(DWRITE_TEXT_ALIGNMENT value) noexcept;
     HRESULT setParagraphAlignment(DWRITE_PARAGRAPH_ALIGNMENT value) noexcept;
@@ -30,6 +35,8 @@ struct ParagraphSettings {
     HRESULT setIncrementalTabStop(FLOAT value) noexcept;
     HRESULT setTrimming(const DWRITE_TRIMMING* value, IDWriteInlineObject* sign) noexcept;
     HRESULT setLineSpacing(DWRITE_LINE_SPACING_METHOD method, FLOAT spacing, FLOAT baseline) noexcept;
+    HRESULT setVerticalGlyphOrientation(DWRITE_VERTICAL_GLYPH_ORIENTATION value) noexcept;
+    HRESULT setOpticalAlignment(DWRITE_OPTICAL_ALIGNMENT value) noexcept;
 
     /// Whether lines are read from right to left, so that they start at the right edge.
     [[nodiscard]] bool rightToLeft() const noexcept {

@@ -44,7 +44,7 @@ UINT32 countGaps(std::u16string_view text, const ShapedText& shaped, const Line&
 }
 
 void justify(std::u16string_view text, const ShapedText& shaped, const Line& line, float boxWidth, PlacedLine& placed) {
-    const float missing = boxWidth - line.width;
+    const float missing = boxWidth - placed.width;
     if (line.endsParagraph || !(missing > 0.0F)) {
         return;
     }
@@ -89,13 +89,18 @@ float topEdge(const ParagraphSettings& settings, float boxHeight, float height) 
 } // namespace
 
 void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
-                const ParagraphSettings& settings, const Box& box, Placement& placement) {
+                const ParagraphSettings& settings, const Box& box, const std::vector<SideBearings>& bearings,
+                Placement& placement) {
     placement = Placement();
     placement.lines.resize(lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const Line& line = lines[i];
         PlacedLine& placed = placement.lines[i];
         placed.width = line.width;
+        if (!bearings.empty()) {
+            placed.bearing = bearings[i].left;
+            placed.width -= bearings[i].left + bearings[i].right;
+        }
         if (settings.textAlignment == DWRITE_TEXT_ALIGNMENT_JUSTIFIED) {
             justify(text, shaped, line, box.width, placed);
         }

@@ -21,6 +21,14 @@ struct PlacedLine {
     bool gapsAreSpaces = true;
     /// Where stretching begins: behind the last tab.
     UINT32 gapBegin = 0;
+    /// How far the line's first advance starts before `left`.
+    float bearing = 0.0F;
+};
+
+/// The room without ink at both ends of a line; negative where ink stands out.
+struct SideBearings {
+    float left = 0.0F;
+    float right = 0.0F;
 };
 
 /// The layout's box.
@@ -40,9 +48,11 @@ struct Placement {
     float height = 0.0F;
 };
 
-/// Aligns and justifies lines that are broken already.
+/// Aligns and justifies lines that are broken already. What `bearings` say of the lines, if they say something, does
+/// not count as theirs.
 void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
-                const ParagraphSettings& settings, const Box& box, Placement& placement);
+                const ParagraphSettings& settings, const Box& box, const std::vector<SideBearings>& bearings,
+                Placement& placement);
 
 /// What justification adds to the width of `cluster` on its line.
 float stretchOf(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed,

@@ -5,7 +5,7 @@
 namespace platform {
 
 /// A text format on its own, not part of a layout.
-class CTextFormat final : public CHeapObject<FormatOperations<IDWriteTextFormat>> {
+class CTextFormat final : public CHeapObject<LaterFormatOperations, IDWriteTextFormat> {
 public:
     explicit CTextFormat(FormatSettings settings);
 

@@ -14,9 +14,9 @@ HRESULT CTextLayout::QueryInterface(REFIID riid, void** object) {
         *object = const_cast<FormatSettings*>(&m_pipeline.format());
         return S_OK;
     }
-    if (riid == __uuidof(IDWriteTextFormat)) {
+    if (riid == __uuidof(IDWriteTextFormat) || riid == __uuidof(IDWriteTextFormat1)) {
         AddRef();
-        *object = static_cast<IDWriteTextFormat*>(&m_view);
+        *object = static_cast<IDWriteTextFormat1*>(&m_view);
         return S_OK;
     }
     return CHeapObject::QueryInterface(riid, object);
@@ -50,7 +50,7 @@ HRESULT CTextLayout::SetMaxHeight(FLOAT maxHeight) {
         return E_INVALIDARG;
     }
     m_pipeline.box().height = maxHeight;
-    m_pipeline.redo(TextPipeline::Stage::Placing);
+    m_pipeline.redo(paragraph().lastLineWrapping ? TextPipeline::Stage::Placing : TextPipeline::Stage::Breaking);
     return S_OK;
 }
 

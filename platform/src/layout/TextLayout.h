@@ -89,7 +89,7 @@ protected:
 
 private:
     /// The layout seen as a text format.
-    class FormatView final : public FormatOperations<IDWriteTextFormat> {
+    class FormatView final : public LaterFormatOperations {
     public:
         explicit FormatView(CTextLayout& layout) : m_layout(layout) {}
         HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {

@@ -3,11 +3,30 @@
 #include <functional>
 
 #include "layout/ClusterBuilder.h"
+#include "layout/Ink.h"
 #include "layout/Itemizer.h"
 #include "layout/LineHeights.h"
 #include "layout/Trimming.h"
 
 namespace platform {
+
+namespace {
+
+/// The last line that a box `height` high has room for, the first in any case. A box without height has no last line.
+std::size_t lastLineWithin(float height, const std::vector<Line>& lines) {
+    if (!(height > 0.0F)) {
+        return lines.size();
+    }
+    std::size_t last = 0;
+    float bottom = lines.front().height;
+    while (last + 1 < lines.size() && bottom + lines[last + 1].height <= height) {
+        ++last;
+        bottom += lines[last].height;
+    }
+    return last;
+}
+
+} // namespace
 
 HRESULT TextPipeline::shape() {
     m_opportunities.reset();
@@ -18,7 +37,7 @@ HRESULT TextPipeline::shape() {
         m_emptySize = style.size;
         return m_emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
     }
-    if (!itemize(m_text, m_properties, settings().rightToLeft(), m_shaped.items)) {
+    if (!itemize(m_text, m_properties, settings(), m_shaped.items)) {
         return DWRITE_E_NOFONT;
     }
     buildClusters(m_text.units(), m_shaped);
@@ -35,17 +54,26 @@ const BreakOpportunities& TextPipeline::opportunities() {
 }
 
 void TextPipeline::breakIntoLines() {
-    const LineBreakSettings limits{m_box.width, settings().wordWrapping, settings().incrementalTabStop};
+    LineBreakSettings limits{m_box.width, settings().wordWrapping, settings().incrementalTabStop};
     const std::function<const BreakOpportunities&()> ask = [this]() -> const BreakOpportunities& {
         return opportunities();
     };
     breakLines(m_text.units(), m_shaped, limits, ask, m_lines, m_reshaped);
+    if (!settings().lastLineWrapping) {
+        setLineHeights(shaped(), settings(), *m_emptyFace, m_emptySize, m_lines);
+        limits.unwrappedLine = lastLineWithin(m_box.height, m_lines);
+        breakLines(m_text.units(), m_shaped, limits, ask, m_lines, m_reshaped);
+    }
     trimLines(m_text.units(), shaped(), settings(), m_box.width, ask, m_lines);
     setLineHeights(shaped(), settings(), *m_emptyFace, m_emptySize, m_lines);
 }
 
 void TextPipeline::place() {
-    placeLines(m_text.units(), shaped(), m_lines, settings(), m_box, m_placement);
+    placeLines(m_text.units(), shaped(), m_lines, settings(), m_box, {}, m_placement);
+    if (settings().opticalAlignment == DWRITE_OPTICAL_ALIGNMENT_NO_SIDE_BEARINGS) {
+        const std::vector<SideBearings> bearings = findSideBearings(*this);
+        placeLines(m_text.units(), shaped(), m_lines, settings(), m_box, bearings, m_placement);
+    }
 }
 
 HRESULT TextPipeline::finish() {

@@ -10,6 +10,8 @@ list(APPEND PLATFORM_SOURCES
     src/layout/FormatSettings.cpp
     src/layout/Graphemes.cpp
     src/layout/HitTest.cpp
+    src/layout/HostFallback.cpp
+    src/layout/Ink.cpp
     src/layout/Itemizer.cpp
     src/layout/LineBreaker.cpp
     src/layout/LineHeights.cpp

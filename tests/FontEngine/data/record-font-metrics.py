@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""Writes font-metrics.tsv: what the pinned fonts' own tables say about their lines.
+"""Writes what the pinned fonts' own tables say about their lines: font-metrics.tsv, and
+our-platform-font-metrics.tsv for the fonts whose capitals' height no table states.
 
-Usage: record-font-metrics.py FONT-FOLDER > font-metrics.tsv
+Usage: record-font-metrics.py FONT-FOLDER
 
 FONT-FOLDER is the build tree's folder of pinned fonts. Reads the files with
 fontTools (Debian: python3-fonttools), not with this project's code.
@@ -41,10 +42,14 @@ FACES = [
 USE_TYPO_METRICS = 1 << 7
 
 
-def cap_height(font):
+def states_cap_height(font):
     os2 = font["OS/2"]
-    if os2.version >= 2 and os2.sCapHeight:
-        return os2.sCapHeight
+    return os2.version >= 2 and os2.sCapHeight
+
+
+def cap_height(font):
+    if states_cap_height(font):
+        return font["OS/2"].sCapHeight
     glyphs = font.getGlyphSet()
     pen = BoundsPen(glyphs)
     glyphs[font.getBestCmap()[ord("H")]].draw(pen)
@@ -59,9 +64,15 @@ def line(font):
     return ascent, descent, max(0, hhea.ascent + abs(hhea.descent) + hhea.lineGap - ascent - descent)
 
 
-print("family", "bold", "italic", "unitsPerEm", "ascent", "descent", "lineGap", "capHeight", sep="\t")
-for face in FACES:
-    font = TTFont(pathlib.Path(sys.argv[1]) / face, fontNumber=0)
-    selection = font["OS/2"].fsSelection
-    print(font["name"].getName(1, 3, 1, 0x409), int(font["OS/2"].usWeightClass == 700), selection & 1,
-          font["head"].unitsPerEm, *line(font), cap_height(font), sep="\t")
+def write(table, fonts):
+    with open(pathlib.Path(__file__).parent / table, "w", encoding="utf-8") as file:
+        print("family", "bold", "italic", "unitsPerEm", "ascent", "descent", "lineGap", "capHeight", sep="\t", file=file)
+        for font in fonts:
+            selection = font["OS/2"].fsSelection
+            print(font["name"].getName(1, 3, 1, 0x409), int(font["OS/2"].usWeightClass == 700), selection & 1,
+                  font["head"].unitsPerEm, *line(font), cap_height(font), sep="\t", file=file)
+
+
+faces = [TTFont(pathlib.Path(sys.argv[1]) / face, fontNumber=0) for face in FACES]
+write("font-metrics.tsv", filter(states_cap_height, faces))
+write("our-platform-font-metrics.tsv", (font for font in faces if not states_cap_height(font)))

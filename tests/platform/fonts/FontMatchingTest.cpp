@@ -54,6 +54,27 @@ TEST(FontMatching, ComesClosestInStretchThenStyleThenWeight) {
     }
 }
 
+TEST(FontMatching, StyleDecidesBeforeWeightEvenForABoldItalic) {
+    // The family has an italic in light only; the bold that leans is simulated, and no italic.
+    CFontFamily& slopes = dataFont("Slopes-Regular.ttf").family();
+    const auto find = [&slopes](int weight, DWRITE_FONT_STYLE style) {
+        return textAt(
+            *faceNames(slopes.match(static_cast<DWRITE_FONT_WEIGHT>(weight), DWRITE_FONT_STRETCH_NORMAL, style)), 0);
+    };
+    EXPECT_EQ(find(700, DWRITE_FONT_STYLE_ITALIC), L"Light Italic");
+    EXPECT_EQ(find(400, DWRITE_FONT_STYLE_ITALIC), L"Light Italic");
+    EXPECT_EQ(find(700, DWRITE_FONT_STYLE_OBLIQUE), L"Bold Oblique");
+    EXPECT_EQ(find(400, DWRITE_FONT_STYLE_OBLIQUE), L"Oblique");
+    EXPECT_EQ(find(300, DWRITE_FONT_STYLE_NORMAL), L"Regular");
+}
+
+TEST(FontMatching, ABoldItalicIsABoldThatLeansWhereNothingIsItalic) {
+    CFont& found = font(L"Noto Sans Devanagari", DWRITE_FONT_WEIGHT_BOLD, DWRITE_FONT_STYLE_ITALIC);
+    EXPECT_EQ(found.weight(), 700);
+    EXPECT_EQ(found.style(), DWRITE_FONT_STYLE_OBLIQUE);
+    EXPECT_EQ(found.simulations(), DWRITE_FONT_SIMULATIONS_OBLIQUE);
+}
+
 TEST(FontMatching, ValuesOutOfRangeFindSomething) {
     EXPECT_EQ(matched(L"DejaVu Sans", 0, 0, 0), L"ExtraLight");
     EXPECT_EQ(matched(L"DejaVu Sans", 5000, 0, 0), L"Bold");

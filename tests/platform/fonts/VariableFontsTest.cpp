@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cmath>
+
 namespace platform::test {
 namespace {
 
@@ -39,6 +42,46 @@ TEST(VariableFonts, AnInstanceIsMeasuredAsItIsDrawn) {
         EXPECT_NEAR(face.glyphBounds(4).xMax, c.xMax, 0.01F);
         EXPECT_FLOAT_EQ(face.glyphBounds(4).xMin, 100.0F);
         EXPECT_EQ(face.advance(4), c.advance);
+    }
+}
+
+/// What the instances become when fontTools makes them fonts of their own.
+TEST(VariableFonts, InstancesHaveTheMetricsOfTheirWeight) {
+    const auto rows = readTable("instances.tsv");
+    ASSERT_EQ(rows.size(), 5u);
+    for (const auto& row : rows) {
+        const int instance = std::stoi(row[1]) << 16;
+        const DWRITE_FONT_METRICS& metrics = dataFont(row[0], instance).face().metrics();
+        const std::array<int, 10> measured = {metrics.designUnitsPerEm,
+                                              metrics.ascent,
+                                              metrics.descent,
+                                              metrics.lineGap,
+                                              metrics.capHeight,
+                                              metrics.xHeight,
+                                              metrics.underlinePosition,
+                                              metrics.underlineThickness,
+                                              metrics.strikethroughPosition,
+                                              metrics.strikethroughThickness};
+        for (std::size_t i = 0; i < measured.size(); ++i) {
+            EXPECT_EQ(measured[i], std::stoi(row[2 + i])) << row[0] << ' ' << row[1] << " column " << 2 + i;
+        }
+    }
+}
+
+TEST(VariableFonts, InstancesOfBothOutlineFormatsHaveTheOutlinesOfTheirWeight) {
+    constexpr std::size_t firstGlyph = 12;
+    constexpr std::size_t columns = 6;
+    for (const auto& row : readTable("instances.tsv")) {
+        const CFontFace& face = dataFont(row[0], std::stoi(row[1]) << 16).face();
+        for (std::size_t at = firstGlyph; at + columns <= row.size(); at += columns) {
+            const auto glyph = static_cast<std::uint16_t>(std::stoi(row[at]));
+            const GlyphBounds& bounds = face.glyphBounds(glyph);
+            EXPECT_EQ(face.advance(glyph), std::lround(std::stod(row[at + 1]))) << row[0] << " glyph " << glyph;
+            EXPECT_NEAR(bounds.xMin, std::stof(row[at + 2]), 0.01F) << row[0] << " glyph " << glyph;
+            EXPECT_NEAR(bounds.yMin, std::stof(row[at + 3]), 0.01F) << row[0] << " glyph " << glyph;
+            EXPECT_NEAR(bounds.xMax, std::stof(row[at + 4]), 0.01F) << row[0] << " glyph " << glyph;
+            EXPECT_NEAR(bounds.yMax, std::stof(row[at + 5]), 0.01F) << row[0] << " glyph " << glyph;
+        }
     }
 }
 

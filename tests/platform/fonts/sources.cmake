@@ -1,5 +1,6 @@
 list(APPEND PLATFORM_TESTS
     fonts/BrokenFontsTest.cpp
+    fonts/ChangingFontsTest.cpp
     fonts/FaceNamesTest.cpp
     fonts/FamilySubstitutesTest.cpp
     fonts/FontCollectionTest.cpp
@@ -11,6 +12,7 @@ list(APPEND PLATFORM_TESTS
     fonts/FontThreadsTest.cpp
     fonts/GlyphRunOutlineTest.cpp
     fonts/HeadersTest.cpp
+    fonts/PictureFontsTest.cpp
     fonts/SimulatedFontsTest.cpp
     fonts/SymbolFontsTest.cpp
     fonts/VariableFontsTest.cpp)

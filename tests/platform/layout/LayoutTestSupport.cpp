@@ -254,7 +254,8 @@ std::vector<std::vector<PlacedRun>> placedRuns(IDWriteTextLayout& layout) {
         }
         const bool isRightToLeft = run.bidiLevel % 2 == 1;
         const float left = isRightToLeft ? run.x - run.advance() : run.x;
-        lines.back().push_back({{run.text.begin(), run.text.end()}, left, left + run.advance(), run.bidiLevel});
+        lines.back().push_back(
+            {run.textPosition, {run.text.begin(), run.text.end()}, left, left + run.advance(), run.bidiLevel});
     }
     for (std::vector<PlacedRun>& line : lines) {
         std::stable_sort(line.begin(), line.end(),

@@ -125,6 +125,7 @@ std::vector<std::wstring> runTexts(const std::vector<DrawnCall>& runs);
 
 /// A run with glyphs as it stands on its line.
 struct PlacedRun {
+    unsigned start = 0;
     std::u16string text;
     float left = 0.0F;
     float right = 0.0F;

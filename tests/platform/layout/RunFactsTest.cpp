@@ -27,6 +27,8 @@ struct FactGlyph {
 struct FactRun {
     unsigned start = 0;
     unsigned length = 0;
+    /// Lower than those of the runs to the right.
+    unsigned place = 0;
     std::string family;
     std::string script;
     /// None for controls that may be at any level.
@@ -85,13 +87,14 @@ FactRun parseRun(const std::vector<std::string>& columns) {
     FactRun run;
     run.start = static_cast<unsigned>(std::stoul(columns.at(1)));
     run.length = static_cast<unsigned>(std::stoul(columns.at(2)));
-    run.family = columns.at(3);
-    run.script = columns.at(4);
-    if (columns.at(5) != "-") {
-        run.level = static_cast<unsigned>(std::stoul(columns[5]));
+    run.place = static_cast<unsigned>(std::stoul(columns.at(3)));
+    run.family = columns.at(4);
+    run.script = columns.at(5);
+    if (columns.at(6) != "-") {
+        run.level = static_cast<unsigned>(std::stoul(columns[6]));
     }
-    if (columns.size() > 6) {
-        for (const std::string& glyph : split(columns[6], '|')) {
+    if (columns.size() > 7) {
+        for (const std::string& glyph : split(columns[7], '|')) {
             run.glyphs.push_back(parseGlyph(glyph, run.level.value_or(0) % 2 == 1));
         }
     }
@@ -172,6 +175,26 @@ TEST(RunFacts, LayoutsCutTextAsUnicodeSaysAndDrawWhatHbShapeSays) {
             comparison.finish();
         }
         EXPECT_EQ(sentence.text.size(), position);
+    }
+}
+
+TEST(RunFacts, RunsStandSideBySideInTheirBidiOrder) {
+    for (const Sentence& sentence : sentences()) {
+        SCOPED_TRACE(sentence.utf8);
+        const auto lines = placedRuns(*makeLayout(sentence.text, 0, 0, sentence.options));
+        ASSERT_EQ(1U, lines.size());
+        float width = 0.0F;
+        unsigned place = 0;
+        for (const PlacedRun& run : lines[0]) {
+            const auto fact = std::find_if(sentence.runs.begin(), sentence.runs.end(), [&run](const FactRun& one) {
+                return run.start >= one.start && run.start < one.end();
+            });
+            ASSERT_NE(sentence.runs.end(), fact);
+            EXPECT_LE(place, fact->place) << run.start;
+            place = fact->place;
+            EXPECT_NEAR(lines[0][0].left + width, run.left, 0.1F) << run.start;
+            width += run.right - run.left;
+        }
     }
 }
 

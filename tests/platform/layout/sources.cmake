@@ -8,6 +8,7 @@ list(APPEND PLATFORM_TESTS
     layout/HitTestTest.cpp
     layout/InlineObjectTest.cpp
     layout/JustificationTest.cpp
+    layout/LaterFormatTest.cpp
     layout/LayoutTestSupport.cpp
     layout/LimitsTest.cpp
     layout/LineBreakingTest.cpp

@@ -59,12 +59,17 @@ std::vector<std::vector<std::string>> readTable(const std::string& name) {
 CFontCollection& dataCollection() {
     // Interned objects live as long as the process.
     static auto& collection = *new CFontCollection(FontSet{{{dataPath("Cff.otf"), 0},
+                                                            {dataPath("Cff2.otf"), 0},
+                                                            {dataPath("Cff2.otf"), 2 << 16},
                                                             {dataPath("Collection.ttc"), 0},
                                                             {dataPath("Collection.ttc"), 1},
                                                             {dataPath("AcrossSpaces.ttf"), 0},
                                                             {dataPath("NoLetters.ttf"), 0},
                                                             {dataPath("NoOs2.ttf"), 0},
                                                             {dataPath("Russian.ttf"), 0},
+                                                            {dataPath("Slopes-Bold.ttf"), 0},
+                                                            {dataPath("Slopes-LightItalic.ttf"), 0},
+                                                            {dataPath("Slopes-Regular.ttf"), 0},
                                                             {dataPath("Variable.ttf"), 0},
                                                             {dataPath("Variable.ttf"), 2 << 16},
                                                             {dataPath("Variable.ttf"), 3 << 16},
