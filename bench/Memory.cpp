@@ -1,25 +1,10 @@
 // Lays all corpora out once in every way and prints how much memory the process then holds, in MB.
 
-#include <fstream>
 #include <iostream>
-#include <limits>
 #include <string>
 
 #include "Layouter.h"
-
-namespace {
-
-double residentMegabytes() {
-    std::ifstream status("/proc/self/status");
-    for (std::string key; status >> key; status.ignore(std::numeric_limits<std::streamsize>::max(), '\n')) {
-        if (double kilobytes = 0.0; key == "VmRSS:" && status >> kilobytes) {
-            return kilobytes / 1024.0;
-        }
-    }
-    return 0.0;
-}
-
-} // namespace
+#include "ResidentMemory.h"
 
 int main() {
     const bench::Layouter layouter;
@@ -31,6 +16,6 @@ int main() {
             }
         }
     }
-    std::cout << residentMegabytes() << '\n';
+    std::cout << bench::residentMegabytes() << '\n';
     return sums.glyphs > 0 ? 0 : 1;
 }

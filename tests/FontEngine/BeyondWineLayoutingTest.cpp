@@ -1,6 +1,7 @@
 // What every platform should do and Wine's DirectWrite does not: tabs have no width there, lines are not stretched,
-// an underline over several lines is reported once, letters do not combine to clusters of several glyphs, and a line
-// of more glyphs than 16 bits count makes it crash. So these tests do not run under Wine; see docs/parity.md.
+// an underline over several lines is reported once, letters do not combine to clusters of several glyphs, and runs of
+// more glyphs than 16 bits count make it crash, as do glyphs of an extreme size. So these tests do not run under Wine;
+// see docs/parity.md.
 
 #include <algorithm>
 #include <limits>
@@ -96,13 +97,18 @@ TEST_F(BeyondWine, AnUnknownFamilyIsSetInAnInstalledFontThatHasTheText) {
     }
 }
 
-TEST_F(BeyondWine, AMillionCharactersOnOneLineAreRunsThatClusterMapsCanCount) {
+TEST_F(BeyondWine, AMillionCharactersInOneParagraph) {
     std::wstring text;
     while (text.size() < 1000000)
         text += L"lorem ipsum dolor ";
     text.resize(1000000);
+    const auto document = render::makeDocument({makeParagraph(text)});
+    const MbRect rect = service->getParagraphRects(document, 500.0, 0.0).at(0);
+    EXPECT_LE(rect.xmax, 500.0);
+    EXPECT_GT(rect.ymax - rect.ymin, 100000.0);
+
     size_t characters = 0;
-    for (const fonts::SGlyphRunDesc& run : glyphRuns(makeParagraph(text))) {
+    for (const fonts::SGlyphRunDesc& run : glyphRuns(document.paragraphs.at(0))) {
         ASSERT_EQ(run.textPosition, characters);
         ASSERT_EQ(run.clusterMap.size(), run.text.size());
         // One line without limits: the map's 16 bits reach only so far into a run.
@@ -111,6 +117,10 @@ TEST_F(BeyondWine, AMillionCharactersOnOneLineAreRunsThatClusterMapsCanCount) {
         characters += run.text.size();
     }
     EXPECT_EQ(characters, 1000000u);
+}
+
+TEST_F(BeyondWine, InkOfASizeAtTheEndOfTheRangeIsMeasured) {
+    EXPECT_NO_THROW(static_cast<void>(service->getTextGeometryRect(L"text", L"Liberation Sans", 1e30f, {}, {})));
 }
 
 // Wine never comes back from drawing glyphs of that size.

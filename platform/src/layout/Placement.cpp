@@ -45,7 +45,7 @@ UINT32 countGaps(std::u16string_view text, const ShapedText& shaped, const Line&
 
 void justify(std::u16string_view text, const ShapedText& shaped, const Line& line, float boxWidth, PlacedLine& placed) {
     const float missing = boxWidth - placed.width;
-    if (line.endsParagraph || !(missing > 0.0F)) {
+    if (line.endsParagraph || line.isTrimmed || !(missing > 0.0F)) {
         return;
     }
     placed.gapBegin = line.clusterBegin;

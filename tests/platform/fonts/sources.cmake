@@ -12,6 +12,7 @@ list(APPEND PLATFORM_TESTS
     fonts/FontThreadsTest.cpp
     fonts/GlyphRunOutlineTest.cpp
     fonts/HeadersTest.cpp
+    fonts/ManyFontsTest.cpp
     fonts/PictureFontsTest.cpp
     fonts/SimulatedFontsTest.cpp
     fonts/SymbolFontsTest.cpp

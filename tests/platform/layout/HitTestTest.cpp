@@ -119,6 +119,30 @@ TEST(HitTest, CaretsInsideAClusterStandAtItsStart) {
     EXPECT_EQ(3U, caret(*layout, 3).metrics.length);
 }
 
+TEST(HitTest, ALigatureIsOnePlaceWithAnEdgeOnEitherSide) {
+    // "ffi" is one glyph, and so is lam with alef, which is hit from the right.
+    for (const auto& [text, length] : {std::pair{u"ffi", 3U}, std::pair{u"\u0644\u0627", 2U}}) {
+        const auto layout = makeLayout(text);
+        ASSERT_EQ(1U, clustersOf(*layout).size());
+        const float width = metricsOf(*layout).width;
+        const bool isRightToLeft = length == 2;
+        for (const float part : {0.1F, 0.45F, 0.55F, 0.9F}) {
+            BOOL isTrailing = FALSE;
+            BOOL isInside = FALSE;
+            DWRITE_HIT_TEST_METRICS hit{};
+            EXPECT_EQ(S_OK, layout->HitTestPoint(part * width, 5.0F, &isTrailing, &isInside, &hit));
+            EXPECT_EQ((part > 0.5F) != isRightToLeft, isTrailing != FALSE) << part;
+            EXPECT_EQ(0U, hit.textPosition);
+            EXPECT_EQ(length, hit.length);
+            EXPECT_FLOAT_EQ(width, hit.width);
+        }
+        for (UINT32 position = 0; position < length; ++position) {
+            EXPECT_NEAR(isRightToLeft ? width : 0.0F, caret(*layout, position).x, 1e-4F);
+            EXPECT_NEAR(isRightToLeft ? 0.0F : width, caret(*layout, position, true).x, 1e-4F);
+        }
+    }
+}
+
 TEST(HitTest, CaretsOfRightToLeftTextStandAtItsRight) {
     const auto layout = makeLayout(u"\u05D0\u05D1");
     EXPECT_FLOAT_EQ(metricsOf(*layout).width, caret(*layout, 0).x);

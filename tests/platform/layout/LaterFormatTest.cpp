@@ -1,5 +1,5 @@
 #include "fonts/FontFace.h"
-#include "layout/FormatOperations.h"
+#include "layout/ForeignFormat.h"
 #include "layout/LayoutTestSupport.h"
 
 // What formats of the second generation add: IDWriteTextFormat1.
@@ -50,25 +50,8 @@ TEST(LaterFormat, StartsWithTheUsualAndRefusesWhatIsNoMemberOfAnEnumeration) {
     EXPECT_FALSE(format->GetLastLineWrapping());
 }
 
-/// Another implementation's format of the second generation.
-class ForeignFormat final : public platform::LaterFormatOperations {
-public:
-    platform::FormatSettings settings;
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        const bool isKnown = riid == __uuidof(IDWriteTextFormat1);
-        *object = isKnown ? static_cast<IDWriteTextFormat1*>(this) : nullptr;
-        return isKnown ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-protected:
-    platform::ParagraphSettings& paragraph() noexcept override { return settings.paragraph; }
-    const platform::FontSettings& font() const noexcept override { return settings.font; }
-};
-
 TEST(LaterFormat, IsCopiedWhenALayoutIsMade) {
-    ForeignFormat foreign;
+    ForeignFormat<platform::LaterFormatOperations> foreign;
     foreign.settings.font.family = platform::makeName(L"DejaVu Sans");
     foreign.settings.font.locale = platform::makeName(L"en-us");
     foreign.settings.font.size = 20.0F;

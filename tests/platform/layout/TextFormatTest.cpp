@@ -1,6 +1,6 @@
 #include <string>
 
-#include "layout/FormatOperations.h"
+#include "layout/ForeignFormat.h"
 #include "layout/LayoutTestSupport.h"
 
 namespace platform_test {
@@ -218,24 +218,8 @@ TEST(LayoutAsFormat, ALayoutCanBeMadeFromALayout) {
     EXPECT_FLOAT_EQ(metricsOf(*layout).width, metricsOf(*copy).width);
 }
 
-/// Another implementation's format: all it has are the interface's operations.
-class ForeignFormat final : public platform::FormatOperations<IDWriteTextFormat> {
-public:
-    platform::FormatSettings settings;
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-protected:
-    platform::ParagraphSettings& paragraph() noexcept override { return settings.paragraph; }
-    const platform::FontSettings& font() const noexcept override { return settings.font; }
-};
-
 TEST(LayoutAsFormat, AnyImplementationOfAFormatWillDo) {
-    ForeignFormat foreign;
+    ForeignFormat<platform::FormatOperations<IDWriteTextFormat>> foreign;
     foreign.settings.font.family = platform::makeName(L"DejaVu Sans");
     foreign.settings.font.locale = platform::makeName(L"de-de");
     foreign.settings.font.size = 20.0F;

@@ -107,6 +107,18 @@ TEST(Trimming, HiddenTextIsStillThereToBeHit) {
     EXPECT_LT(overhang.right, -25.0F);
 }
 
+TEST(Trimming, CutLinesAreNotStretched) {
+    const std::u16string text = u"aa\u00A0bb\u00A0cc\u00A0dd ee";
+    const float box = widthOf(u"aa\u00A0bb\u00A0c") + 3.0F;
+    const auto layout = trimmed(text, box, {DWRITE_TRIMMING_GRANULARITY_CHARACTER, 0, 0}, nullptr,
+                                {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
+    EXPECT_EQ(S_OK, layout->SetTextAlignment(DWRITE_TEXT_ALIGNMENT_JUSTIFIED));
+    ASSERT_EQ((std::vector<unsigned>{12, 2}), lineLengths(*layout));
+    EXPECT_EQ(TRUE, linesOf(*layout)[0].isTrimmed);
+    EXPECT_FLOAT_EQ(box - 3.0F, metricsOf(*layout).width);
+    EXPECT_FLOAT_EQ(box - 3.0F, drawnRuns(*layout)[0].advance());
+}
+
 TEST(Trimming, RightToLeftLinesAreCutOnTheLeft) {
     Picture sign;
     const auto layout = trimmed(u"\u05D0\u05D1\u05D2\u05D3\u05D4", 45.0F, {DWRITE_TRIMMING_GRANULARITY_CHARACTER, 0, 0},

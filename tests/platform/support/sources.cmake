@@ -1,1 +1,3 @@
-list(APPEND PLATFORM_TESTS support/Fonts.cpp)
+list(APPEND PLATFORM_TESTS
+    support/Fonts.cpp
+    support/NumberedFonts.cpp)

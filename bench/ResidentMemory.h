@@ -1,0 +1,8 @@
+#pragma once
+
+namespace bench {
+
+/// How much memory this process holds, in MB.
+double residentMegabytes();
+
+} // namespace bench
