@@ -31,7 +31,7 @@ bool NearbyLetters::baseHas(char32_t character) const {
 }
 
 /// Takes the letters around a place of the same line into view.
-void NearbyLetters::look(std::size_t position) {
+void NearbyLetters::look(std::size_t position, const FallbackOrder& order) {
     const auto at = m_text.begin() + static_cast<std::ptrdiff_t>(position);
     const auto back = static_cast<std::ptrdiff_t>(std::min(position, reach));
     const auto ahead = static_cast<std::ptrdiff_t>(std::min(m_text.size() - position, reach));
@@ -40,57 +40,39 @@ void NearbyLetters::look(std::size_t position) {
     m_end = static_cast<std::size_t>(std::find_if(at, at + ahead, endsLine) - m_text.begin());
     U16_SET_CP_START(m_text.data(), 0, m_begin);
     U16_SET_CP_LIMIT(m_text.data(), 0, m_end, m_text.size());
-    m_choices.clear();
-}
-
-/// Calls `take` with every character in view that the base lacks and that some font has, and with that font.
-template <typename Take>
-void NearbyLetters::forEachLacking(const FallbackOrder& order, Take take) const {
-    for (std::size_t i = m_begin; i < m_end;) {
+    m_script = USCRIPT_INVALID_CODE;
+    m_agreed = true;
+    const CFont* shared = nullptr;
+    for (std::size_t i = m_begin; i < m_end && m_agreed;) {
         const char32_t c = nextCharacter(m_text, i, m_end);
         if (baseHas(c)) {
             continue;
         }
-        if (const CFont* const font = order.fontFor(c)) {
-            take(c, font);
+        const CFont* const font = order.fontFor(c);
+        if (font == nullptr || font == shared || isCommon(c)) {
+            continue;
         }
+        m_agreed = shared == nullptr;
+        shared = font;
     }
 }
 
-NearbyLetters::Choice NearbyLetters::choose(char32_t letter, const FallbackOrder& order) const {
-    Choice choice{scriptOf(letter), order.fontFor(letter)};
-    bool agree = true;
-    forEachLacking(order, [&](char32_t c, const CFont* font) {
-        // Most letters nearby have the same font, so that nobody has to know their script.
-        agree = agree && (font == choice.font || scriptOf(c) != choice.script || isRider(c));
-    });
-    if (!agree) {
+/// The font that has most of what the base lacks of a script among the letters in view.
+CFont* NearbyLetters::fontOfScript(UScriptCode script, const FallbackOrder& order) {
+    if (script != m_script) {
         std::u32string lacking;
-        forEachLacking(order, [&](char32_t c, const CFont*) {
-            if (scriptOf(c) == choice.script && !isRider(c)) {
+        for (std::size_t i = m_begin; i < m_end;) {
+            const char32_t c = nextCharacter(m_text, i, m_end);
+            if (!baseHas(c) && !isRider(c) && scriptOf(c) == script) {
                 lacking.push_back(c);
             }
-        });
+        }
         std::sort(lacking.begin(), lacking.end());
         lacking.erase(std::unique(lacking.begin(), lacking.end()), lacking.end());
-        choice.font = order.fontForMost(lacking);
-        choice.isUsual = false;
+        m_font = order.fontForMost(lacking);
+        m_script = script;
     }
-    return choice;
-}
-
-const NearbyLetters::Choice* NearbyLetters::known(UScriptCode script) const {
-    const auto found = std::find_if(m_choices.begin(), m_choices.end(),
-                                    [script](const Choice& choice) { return choice.script == script; });
-    return found != m_choices.end() ? &*found : nullptr;
-}
-
-bool NearbyLetters::isUsual(std::size_t position) const {
-    if (position < m_begin || position >= m_end) {
-        return false;
-    }
-    const Choice* const choice = known(scriptOf(m_text[position]));
-    return choice != nullptr && choice->isUsual;
+    return m_font;
 }
 
 CFont* NearbyLetters::fontFor(std::u32string_view characters, std::size_t position, const FallbackOrder& order) {
@@ -100,13 +82,13 @@ CFont* NearbyLetters::fontFor(std::u32string_view characters, std::size_t positi
         return usual;
     }
     if (position < m_begin || position >= m_end) {
-        look(position);
+        look(position, order);
     }
-    const Choice* choice = known(scriptOf(*letter));
-    if (choice == nullptr) {
-        choice = &m_choices.emplace_back(choose(*letter, order));
+    if (m_agreed) {
+        return usual;
     }
-    return choice->font != nullptr && covers(*choice->font, characters) ? choice->font : usual;
+    CFont* const shared = fontOfScript(scriptOf(*letter), order);
+    return shared != nullptr && covers(*shared, characters) ? shared : usual;
 }
 
 CFont* NearbyLetters::fontOfLetter(char32_t letter, std::size_t position, const FallbackOrder& order) {

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include <unicode/uscript.h>
 
@@ -33,33 +31,24 @@ public:
     CFont* fontBefore(std::size_t position, const FallbackOrder& order);
     CFont* fontAfter(std::size_t position, const FallbackOrder& order);
 
-    /// Whether a letter, which is in the Basic Multilingual Plane, gets the font it would have alone; known after a
-    /// question about a letter of its script nearby only.
-    bool isUsual(std::size_t position) const;
+    /// Up to where all that the base lacks goes to one and the same font anyway; known after a question only.
+    std::size_t agreedUntil() const { return m_agreed ? m_end : 0; }
 
 private:
-    /// What the letters of a script in view are drawn with.
-    struct Choice {
-        UScriptCode script;
-        CFont* font;
-        /// Each of them would have the font alone, too.
-        bool isUsual = true;
-    };
-
     bool baseHas(char32_t character) const;
-    void look(std::size_t position);
-    template <typename Take>
-    void forEachLacking(const FallbackOrder& order, Take take) const;
-    Choice choose(char32_t letter, const FallbackOrder& order) const;
-    const Choice* known(UScriptCode script) const;
+    void look(std::size_t position, const FallbackOrder& order);
+    CFont* fontOfScript(UScriptCode script, const FallbackOrder& order);
     CFont* fontOfLetter(char32_t letter, std::size_t position, const FallbackOrder& order);
 
     const std::u16string_view m_text;
     CFont* const m_base;
-    // The letters last looked at: [m_begin, m_end) around a place, and what was found for scripts among them.
+    // The letters last looked at: [m_begin, m_end) around a place.
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
-    std::vector<Choice> m_choices;
+    bool m_agreed = false;
+    // The font last found among them; the script is invalid as long as none was looked for.
+    UScriptCode m_script = USCRIPT_INVALID_CODE;
+    CFont* m_font = nullptr;
 };
 
 } // namespace platform
