@@ -1,13 +1,16 @@
-// How fast paragraphs are laid out, beside HarfBuzz shaping the same text in the same run.
+// How fast paragraphs are laid out, beside HarfBuzz shaping the same text and, where configured, other libraries laying
+// it out in the same run.
 
 #include <algorithm>
 #include <deque>
 #include <iterator>
 #include <string>
 
+#include <Common/Utf.h>
 #include <benchmark/benchmark.h>
 
 #include "Layouter.h"
+#include "Peers.h"
 #include "RatioReporter.h"
 #include "RawShaper.h"
 
@@ -18,7 +21,7 @@ using bench::Sums;
 
 struct Prepared {
     bench::Texts texts;
-    std::vector<std::u16string> units;
+    std::vector<bench::PeerText> same;
 };
 
 std::deque<Prepared> prepare() {
@@ -26,10 +29,10 @@ std::deque<Prepared> prepare() {
     for (bench::Texts& texts : bench::allTexts()) {
         Prepared& one = prepared.emplace_back();
         for (const std::wstring& paragraph : texts.paragraphs) {
-            std::u16string units;
-            std::transform(paragraph.begin(), paragraph.end(), std::back_inserter(units),
+            bench::PeerText& same = one.same.emplace_back();
+            same.utf8 = common::utf8FromWide(paragraph);
+            std::transform(paragraph.begin(), paragraph.end(), std::back_inserter(same.utf16),
                            [](wchar_t unit) { return static_cast<char16_t>(unit); });
-            one.units.push_back(std::move(units));
         }
         one.texts = std::move(texts);
     }
@@ -52,16 +55,17 @@ void run(benchmark::State& state, std::size_t paragraphs, Ask ask) {
     state.counters["glyphs"] = static_cast<double>(sums.glyphs);
 }
 
-void registerAll(const std::deque<Prepared>& corpora, const bench::Layouter& layouter, bench::RawShaper& raw) {
+void registerAll(const std::deque<Prepared>& corpora, const bench::Layouter& layouter, bench::RawShaper& raw,
+                 const std::vector<bench::Peer>& peers) {
     for (const Prepared& corpus : corpora) {
         for (const Question question : bench::questions) {
             const std::string name = corpus.texts.name + "/" + std::string(bench::nameOf(question)) + "/";
-            const std::size_t count = corpus.units.size();
+            const std::size_t count = corpus.same.size();
             const auto ours = [&corpus, &layouter, question](std::size_t i, Sums& sums) {
                 layouter.ask(question, corpus.texts.paragraphs[i], corpus.texts.wrapWidth, sums);
             };
             const auto bare = [&corpus, &raw, question](std::size_t i, Sums& sums) {
-                raw.ask(question, corpus.units[i], sums);
+                raw.ask(question, corpus.same[i].utf16, sums);
             };
             const auto add = [count](const std::string& benchmarkName, auto ask) {
                 benchmark::RegisterBenchmark(benchmarkName.c_str(),
@@ -72,6 +76,11 @@ void registerAll(const std::deque<Prepared>& corpora, const bench::Layouter& lay
             };
             add(name + "raw", bare);
             add(name + "engine", ours);
+            for (const bench::Peer& peer : peers) {
+                add(name + peer.name, [&corpus, &peer, question](std::size_t i, Sums& sums) {
+                    peer.ask(question, corpus.same[i], corpus.texts.wrapWidth, sums);
+                });
+            }
         }
     }
 }
@@ -86,8 +95,9 @@ int main(int argc, char** argv) {
     const std::deque<Prepared> corpora = prepare();
     const bench::Layouter layouter;
     bench::RawShaper raw;
-    registerAll(corpora, layouter, raw);
-    bench::RatioReporter reporter;
+    const std::vector<bench::Peer> peers = bench::peers();
+    registerAll(corpora, layouter, raw, peers);
+    bench::RatioReporter reporter(peers);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
 }
