@@ -5,10 +5,12 @@
 #include <sstream>
 #include <string>
 
+#include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
 #include "fonts/FontFace.h"
 #include "layout/LayoutTestSupport.h"
+#include "layout/Shaper.h"
 
 // Sentences of many scripts, laid out whole, against runs and glyphs that others found out; see data/record-run-facts.
 
@@ -44,6 +46,10 @@ struct Sentence {
     std::u16string text;
     std::vector<FactRun> runs;
 };
+
+bool isInvisible(char16_t unit) {
+    return u_hasBinaryProperty(unit, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0;
+}
 
 std::vector<std::string> split(const std::string& line, char separator) {
     std::vector<std::string> columns;
@@ -196,6 +202,78 @@ TEST(RunFacts, RunsStandSideBySideInTheirBidiOrder) {
             width += run.right - run.left;
         }
     }
+}
+
+/// What shaping says of a part of a recorded run, with the text around it.
+platform::ShapedRun shapePart(const Sentence& sentence, const FactRun& fact, unsigned start, unsigned end) {
+    const std::string locale(sentence.options.locale.begin(), sentence.options.locale.end());
+    platform::ShapeRequest request;
+    request.text = sentence.text;
+    request.start = start;
+    request.length = end - start;
+    request.face = &regularFace(fact.family);
+    request.script = hb_script_from_string(fact.script.c_str(), -1);
+    request.language = hb_language_from_string(locale.c_str(), -1);
+    request.isRightToLeft = fact.level.value_or(0) % 2 == 1;
+    platform::ShapedRun run;
+    platform::shape(request, run);
+    return run;
+}
+
+/// What is drawn of a recorded run on one line.
+struct LinePart {
+    const FactRun* fact = nullptr;
+    float baseline = 0.0F;
+    unsigned start = 0;
+    unsigned end = 0;
+    std::vector<unsigned> glyphs;
+    std::vector<float> advances;
+};
+
+std::vector<LinePart> partsOf(const Sentence& sentence, IDWriteTextLayout& layout) {
+    std::vector<LinePart> parts;
+    for (const DrawnCall& run : drawnRuns(layout)) {
+        const auto fact = std::find_if(sentence.runs.begin(), sentence.runs.end(), [&run](const FactRun& one) {
+            return run.textPosition >= one.start && run.textPosition < one.end();
+        });
+        if (parts.empty() || parts.back().fact != &*fact || parts.back().baseline != run.y) {
+            parts.push_back({&*fact, run.y, run.textPosition, 0, {}, {}});
+        }
+        LinePart& part = parts.back();
+        part.end = run.textPosition + static_cast<unsigned>(run.text.size());
+        part.glyphs.insert(part.glyphs.end(), run.glyphs.begin(), run.glyphs.end());
+        part.advances.insert(part.advances.end(), run.advances.begin(), run.advances.end());
+    }
+    return parts;
+}
+
+TEST(RunFacts, WrappedLinesAreShapedAsLinesOfTheirOwn) {
+    unsigned parts = 0;
+    for (const Sentence& sentence : sentences()) {
+        SCOPED_TRACE(sentence.utf8);
+        if (std::any_of(sentence.text.begin(), sentence.text.end(), isInvisible)) {
+            // Drawn without the glyphs that shaping leaves for what is invisible.
+            continue;
+        }
+        const float width = metricsOf(*makeLayout(sentence.text, 0, 0, sentence.options)).width;
+        for (const float box : {width / 7, width / 4, width / 2, width * 0.8F}) {
+            for (const auto wrapping : {DWRITE_WORD_WRAPPING_WRAP, DWRITE_WORD_WRAPPING_CHARACTER}) {
+                FormatOptions options = sentence.options;
+                options.wrapping = wrapping;
+                for (const LinePart& part : partsOf(sentence, *makeLayout(sentence.text, box, 0, options))) {
+                    const float scale = options.size / static_cast<float>(regularFace(part.fact->family).unitsPerEm());
+                    const platform::ShapedRun shaped = shapePart(sentence, *part.fact, part.start, part.end);
+                    ASSERT_EQ(shaped.size(), part.glyphs.size()) << part.start << " in " << box;
+                    for (std::size_t i = 0; i < shaped.size(); ++i) {
+                        EXPECT_EQ(shaped[i].glyph, part.glyphs[i]) << part.start << " in " << box;
+                        EXPECT_FLOAT_EQ(static_cast<float>(shaped[i].advance) * scale, part.advances[i]) << part.start;
+                    }
+                    ++parts;
+                }
+            }
+        }
+    }
+    EXPECT_LE(2000U, parts);
 }
 
 TEST(RunFacts, CoverManyScriptsDirectionsAndFonts) {
