@@ -164,7 +164,7 @@ private:
     std::size_t m_next = 0;
 };
 
-TEST(RunFacts, LayoutsCutTextAsUnicodeSaysAndDrawWhatHbShapeSays) {
+void expectRunsOfAllSentences() {
     for (const Sentence& sentence : sentences()) {
         SCOPED_TRACE(sentence.utf8);
         const auto drawn = drawnRuns(*makeLayout(sentence.text, 0, 0, sentence.options));
@@ -182,6 +182,12 @@ TEST(RunFacts, LayoutsCutTextAsUnicodeSaysAndDrawWhatHbShapeSays) {
         }
         EXPECT_EQ(sentence.text.size(), position);
     }
+}
+
+TEST(RunFacts, LayoutsCutTextAsUnicodeSaysAndDrawWhatHbShapeSays) {
+    expectRunsOfAllSentences();
+    // Shapes that are remembered are the same.
+    expectRunsOfAllSentences();
 }
 
 TEST(RunFacts, RunsStandSideBySideInTheirBidiOrder) {
