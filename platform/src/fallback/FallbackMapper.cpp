@@ -55,7 +55,7 @@ private:
         const std::size_t from = m_at;
         if (m_base != nullptr && (!m_decided || m_font == m_base)) {
             const CFontFace& base = m_base->face();
-            takeWhile(m_end, [&base](char16_t unit) { return base.hasCharacter(unit); });
+            takeWhile([&base](char16_t unit) { return base.hasCharacter(unit); });
             if (m_at > from) {
                 m_decided = true;
                 m_font = m_base;
@@ -63,15 +63,16 @@ private:
         } else if (m_font != nullptr) {
             const CFontFace& base = m_base->face();
             const FallbackOrder& order = this->order();
-            const std::size_t end = std::min(m_end, m_nearby.agreedUntil());
-            takeWhile(end, [&](char16_t unit) { return !base.hasCharacter(unit) && order.fontFor(unit) == m_font; });
+            takeWhile([&](char16_t unit) {
+                return !base.hasCharacter(unit) && order.fontFor(unit) == m_font && m_nearby.isClear(unit, m_at, order);
+            });
         }
     }
 
     template <typename Drawn>
-    void takeWhile(std::size_t end, Drawn drawn) {
+    void takeWhile(Drawn drawn) {
         const std::size_t from = m_at;
-        while (m_at < end && SimpleCharacters::contains(m_text[m_at]) && drawn(m_text[m_at])) {
+        while (m_at < m_end && SimpleCharacters::contains(m_text[m_at]) && drawn(m_text[m_at])) {
             ++m_at;
         }
         // What stopped the run may be a mark of the last character.

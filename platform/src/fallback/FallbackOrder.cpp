@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <memory>
 
+#include <unicode/uchar.h>
+#include <unicode/uset.h>
+
 #include "fallback/FallbackCluster.h"
 #include "fallback/Locale.h"
 #include "fonts/Font.h"
@@ -31,6 +34,32 @@ constexpr std::size_t mostSets = 256;
 UScriptCode scriptOfAll(std::u32string_view characters) {
     const auto letter = std::find_if_not(characters.begin(), characters.end(), isCommon);
     return letter != characters.end() ? scriptOf(*letter) : USCRIPT_COMMON;
+}
+
+struct CharSetDelete {
+    void operator()(FcCharSet* set) const { FcCharSetDestroy(set); }
+};
+using CharSetPtr = std::unique_ptr<FcCharSet, CharSetDelete>;
+
+struct CodePointsDelete {
+    void operator()(USet* set) const { uset_close(set); }
+};
+
+/// The characters of a script in the form in which Fontconfig knows what fonts have.
+CharSetPtr lettersOf(UScriptCode script) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<USet, CodePointsDelete> codePoints(uset_openEmpty());
+    uset_applyIntPropertyValue(codePoints.get(), UCHAR_SCRIPT, script, &error);
+    CharSetPtr letters(FcCharSetCreate());
+    for (std::int32_t i = 0; i < uset_getRangeCount(codePoints.get()); ++i) {
+        UChar32 first = 0;
+        UChar32 last = 0;
+        uset_getItem(codePoints.get(), i, &first, &last, nullptr, 0, &error);
+        for (UChar32 c = first; c <= last; ++c) {
+            FcCharSetAddChar(letters.get(), static_cast<FcChar32>(c));
+        }
+    }
+    return letters;
 }
 
 std::size_t countIn(CFont& font, std::u32string_view characters) {
@@ -215,6 +244,46 @@ CFont* FallbackOrder::fontForMost(const std::u32string& characters) const {
     }
     m_sets.emplace(characters, place);
     return resolve(place);
+}
+
+bool FallbackOrder::findWhetherOneFontDraws(UScriptCode script) const {
+    const CharSetPtr letters = lettersOf(script);
+    const Preference& preferred = preferenceFor(script);
+    const Entry* first = nullptr;
+    for (const bool wanted : {true, false}) {
+        for (std::size_t i = 0; i < m_entries.size(); ++i) {
+            const Entry& entry = m_entries[i];
+            if (preferred[i] != wanted || FcCharSetIntersectCount(entry.listed.coverage(), letters.get()) == 0) {
+                continue;
+            }
+            if (first == nullptr) {
+                first = &entry;
+                // The fitting member's own coverage is not at hand.
+                if (entry.fitting != entry.listed.font) {
+                    return false;
+                }
+            }
+            const CharSetPtr shared(FcCharSetIntersect(entry.listed.coverage(), letters.get()));
+            if (FcCharSetIsSubset(shared.get(), first->listed.coverage()) == FcFalse) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool FallbackOrder::drawsInOneFont(UScriptCode script) const {
+    const auto index = static_cast<std::size_t>(script);
+    if (script == USCRIPT_COMMON || script == USCRIPT_INHERITED || index >= m_scriptsOfOneFont.size()) {
+        return false;
+    }
+    std::atomic<Answer>& slot = m_scriptsOfOneFont[index];
+    Answer answer = slot.load(std::memory_order_relaxed);
+    if (answer == Answer::Unknown) {
+        answer = findWhetherOneFontDraws(script) ? Answer::Yes : Answer::No;
+        slot.store(answer, std::memory_order_relaxed);
+    }
+    return answer == Answer::Yes;
 }
 
 CFont* FallbackOrder::emojiFontForAll(std::u32string_view characters, const CFont* preferred) const {

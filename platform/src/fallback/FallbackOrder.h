@@ -39,6 +39,9 @@ public:
     /// The font that has most of the characters: of those made for a language of the first one's script if any such
     /// font has one of them, else of all; the first one where several have as many. Null if none has any.
     CFont* fontForMost(const std::u32string& characters) const;
+    /// Whether all letters of a script that any font has are drawn by one and the same, as far as Fontconfig's lists
+    /// say.
+    bool drawsInOneFont(UScriptCode script) const;
     /// A colour font that has all the characters, `preferred` if that is one; null if none.
     CFont* emojiFontForAll(std::u32string_view characters, const CFont* preferred) const;
 
@@ -51,8 +54,10 @@ private:
     // For each entry whether it is made for the script's language.
     using Preference = std::vector<bool>;
     using Page = std::array<std::atomic<std::uint16_t>, 256>;
+    enum class Answer : unsigned char { Unknown, No, Yes };
 
     CFont* resolve(std::uint16_t place) const;
+    bool findWhetherOneFontDraws(UScriptCode script) const;
     std::uint16_t bestPlaceFor(std::u32string_view characters) const;
     std::uint16_t placeIn(std::size_t entry, std::u32string_view characters) const;
     std::uint16_t find(std::u32string_view characters) const;
@@ -62,6 +67,7 @@ private:
     std::string m_language;
     std::vector<Entry> m_entries;
     mutable std::array<std::atomic<Page*>, 0x1100> m_pages{};
+    mutable std::array<std::atomic<Answer>, 256> m_scriptsOfOneFont{};
     // Guards what is below.
     mutable std::mutex m_guard;
     mutable std::unordered_map<int, Preference> m_preferences;

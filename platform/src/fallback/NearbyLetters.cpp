@@ -40,26 +40,43 @@ void NearbyLetters::look(std::size_t position, const FallbackOrder& order) {
     m_end = static_cast<std::size_t>(std::find_if(at, at + ahead, endsLine) - m_text.begin());
     U16_SET_CP_START(m_text.data(), 0, m_begin);
     U16_SET_CP_LIMIT(m_text.data(), 0, m_end, m_text.size());
-    m_script = USCRIPT_INVALID_CODE;
+    m_scripts.clear();
     m_agreed = true;
-    const CFont* shared = nullptr;
-    for (std::size_t i = m_begin; i < m_end && m_agreed;) {
+    const CFontFace* const base = m_base != nullptr ? &m_base->face() : nullptr;
+    for (std::size_t i = m_begin; i < m_end;) {
         const char32_t c = nextCharacter(m_text, i, m_end);
-        if (baseHas(c)) {
+        if (base != nullptr && base->hasCharacter(c)) {
             continue;
         }
-        const CFont* const font = order.fontFor(c);
-        if (font == nullptr || font == shared || isCommon(c)) {
-            continue;
+        if (CFont* const font = order.fontFor(c)) {
+            note(scriptOf(c), font);
         }
-        m_agreed = shared == nullptr;
-        shared = font;
     }
 }
 
-/// The font that has most of what the base lacks of a script among the letters in view.
+/// Keeps that a letter of a script is drawn by a font as far as that letter goes.
+void NearbyLetters::note(UScriptCode script, CFont* font) {
+    if (script == USCRIPT_COMMON || script == USCRIPT_INHERITED) {
+        return;
+    }
+    m_agreed = m_agreed && (m_scripts.empty() || m_scripts.front().font == font);
+    const auto known = std::find_if(m_scripts.begin(), m_scripts.end(),
+                                    [script](const ScriptFont& other) { return other.script == script; });
+    if (known == m_scripts.end()) {
+        m_scripts.push_back({script, font, true});
+    } else if (known->font != font) {
+        known->isAgreed = false;
+    }
+}
+
+/// The font that has most of what the base lacks of a script among the letters in view; null if none of them has any.
 CFont* NearbyLetters::fontOfScript(UScriptCode script, const FallbackOrder& order) {
-    if (script != m_script) {
+    const auto known = std::find_if(m_scripts.begin(), m_scripts.end(),
+                                    [script](const ScriptFont& other) { return other.script == script; });
+    if (known == m_scripts.end()) {
+        return nullptr;
+    }
+    if (!known->isAgreed) {
         std::u32string lacking;
         for (std::size_t i = m_begin; i < m_end;) {
             const char32_t c = nextCharacter(m_text, i, m_end);
@@ -69,10 +86,10 @@ CFont* NearbyLetters::fontOfScript(UScriptCode script, const FallbackOrder& orde
         }
         std::sort(lacking.begin(), lacking.end());
         lacking.erase(std::unique(lacking.begin(), lacking.end()), lacking.end());
-        m_font = order.fontForMost(lacking);
-        m_script = script;
+        known->font = order.fontForMost(lacking);
+        known->isAgreed = true;
     }
-    return m_font;
+    return known->font;
 }
 
 CFont* NearbyLetters::fontFor(std::u32string_view characters, std::size_t position, const FallbackOrder& order) {
@@ -81,14 +98,19 @@ CFont* NearbyLetters::fontFor(std::u32string_view characters, std::size_t positi
     if (usual == nullptr || letter == characters.end()) {
         return usual;
     }
+    const UScriptCode script = scriptOf(*letter);
+    if (order.drawsInOneFont(script)) {
+        return usual;
+    }
     if (position < m_begin || position >= m_end) {
         look(position, order);
     }
-    if (m_agreed) {
-        return usual;
-    }
-    CFont* const shared = fontOfScript(scriptOf(*letter), order);
+    CFont* const shared = m_agreed ? nullptr : fontOfScript(script, order);
     return shared != nullptr && covers(*shared, characters) ? shared : usual;
+}
+
+bool NearbyLetters::isClear(char32_t character, std::size_t position, const FallbackOrder& order) const {
+    return (m_agreed && position >= m_begin && position < m_end) || order.drawsInOneFont(scriptOf(character));
 }
 
 CFont* NearbyLetters::fontOfLetter(char32_t letter, std::size_t position, const FallbackOrder& order) {

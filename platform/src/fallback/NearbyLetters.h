@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include <boost/container/small_vector.hpp>
 #include <unicode/uscript.h>
 
 namespace platform {
@@ -31,12 +32,21 @@ public:
     CFont* fontBefore(std::size_t position, const FallbackOrder& order);
     CFont* fontAfter(std::size_t position, const FallbackOrder& order);
 
-    /// Up to where all that the base lacks goes to one and the same font anyway; known after a question only.
-    std::size_t agreedUntil() const { return m_agreed ? m_end : 0; }
+    /// Whether it is clear without looking around that a character at `position`, where no common one stands, goes to
+    /// the font that comes first for it.
+    bool isClear(char32_t character, std::size_t position, const FallbackOrder& order) const;
 
 private:
+    struct ScriptFont {
+        UScriptCode script;
+        CFont* font;
+        // Whether all the letters go to the font; else the one that has most of them is still to be found.
+        bool isAgreed;
+    };
+
     bool baseHas(char32_t character) const;
     void look(std::size_t position, const FallbackOrder& order);
+    void note(UScriptCode script, CFont* font);
     CFont* fontOfScript(UScriptCode script, const FallbackOrder& order);
     CFont* fontOfLetter(char32_t letter, std::size_t position, const FallbackOrder& order);
 
@@ -46,9 +56,7 @@ private:
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
     bool m_agreed = false;
-    // The font last found among them; the script is invalid as long as none was looked for.
-    UScriptCode m_script = USCRIPT_INVALID_CODE;
-    CFont* m_font = nullptr;
+    boost::container::small_vector<ScriptFont, 4> m_scripts;
 };
 
 } // namespace platform

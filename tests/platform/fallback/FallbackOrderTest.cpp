@@ -1,10 +1,13 @@
 #include "fallback/FallbackOrder.h"
 
+#include <map>
+#include <set>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "fallback/FallbackCluster.h"
 #include "fallback/FallbackOrders.h"
 #include "fallback/FallbackTestSupport.h"
 #include "fonts/Font.h"
@@ -80,6 +83,32 @@ TEST(FallbackOrder, findsTheFontThatHasMostAmongThoseMadeForTheLanguage) {
     // Of these Noto Sans CJK JP has two, but who writes Chinese wants the cut for Chinese even if it had fewer.
     const FallbackOrder order = orderFor("zh-cn");
     EXPECT_EQ(familyName(order.fontForMost(U"\u76f4\u9aa8")), L"Noto Sans CJK SC");
+}
+
+TEST(FallbackOrder, knowsTheScriptsThatOneFontDraws) {
+    const FallbackOrder order = orderFor("");
+    EXPECT_TRUE(order.drawsInOneFont(USCRIPT_DEVANAGARI));
+    EXPECT_TRUE(order.drawsInOneFont(USCRIPT_THAI));
+    // DejaVu Sans has most letters of these, but not all.
+    EXPECT_FALSE(order.drawsInOneFont(USCRIPT_ARABIC));
+    EXPECT_FALSE(order.drawsInOneFont(USCRIPT_LATIN));
+    EXPECT_FALSE(order.drawsInOneFont(USCRIPT_COMMON));
+    EXPECT_FALSE(order.drawsInOneFont(USCRIPT_INHERITED));
+    EXPECT_FALSE(order.drawsInOneFont(USCRIPT_INVALID_CODE));
+    int known = 0;
+    std::map<UScriptCode, std::set<CFont*>> fonts;
+    for (char32_t c = 0; c < 0x30000; ++c) {
+        // Characters of large scripts are asked for here and there.
+        if ((c < 0x3000 || c % 61 == 0) && order.drawsInOneFont(scriptOf(c))) {
+            fonts[scriptOf(c)].insert(order.fontFor(c));
+            ++known;
+        }
+    }
+    EXPECT_GT(known, 3000);
+    for (auto& [script, of] : fonts) {
+        of.erase(nullptr);
+        EXPECT_LE(of.size(), 1U) << uscript_getName(script);
+    }
 }
 
 TEST(FallbackOrder, remembersMoreSequencesThanItKeeps) {
