@@ -178,18 +178,24 @@ private:
         glyphs.glyphAdvances = m_shaped.advances.data() + firstGlyph;
         glyphs.glyphOffsets = m_shaped.offsets.data() + firstGlyph;
         if (m_pipeline.placement().lines[m_lineIndex].gap != 0.0F) {
-            stretchAdvances(run, firstGlyph, glyphs.glyphCount);
-            glyphs.glyphAdvances = m_advances.data();
+            stretch(run, firstGlyph, glyphs);
         }
     }
 
-    void stretchAdvances(const DrawnRun& run, UINT32 firstGlyph, UINT32 count) {
-        const auto first = m_shaped.advances.begin() + firstGlyph;
-        m_advances.assign(first, first + count);
+    /// Gives the last glyph of every stretched cluster the room that comes after it.
+    void stretch(const DrawnRun& run, UINT32 firstGlyph, DWRITE_GLYPH_RUN& glyphs) {
+        m_advances.assign(glyphs.glyphAdvances, glyphs.glyphAdvances + glyphs.glyphCount);
+        m_offsets.assign(glyphs.glyphOffsets, glyphs.glyphOffsets + glyphs.glyphCount);
+        glyphs.glyphAdvances = m_advances.data();
+        glyphs.glyphOffsets = m_offsets.data();
+        // Glyphs that go to the left are drawn at the far end of their advances: those with ink have to step back.
+        const bool movesInk = (glyphs.bidiLevel & 1U) != 0 && !m_pipeline.placement().lines[m_lineIndex].gapsAreSpaces;
         for (UINT32 i = run.clusterBegin; i < run.clusterEnd; ++i) {
-            const float stretch = placedWidth(m_pipeline, m_lineIndex, i) - m_shaped.clusters[i].width;
-            if (stretch != 0.0F && m_shaped.glyphEnd(i) > m_shaped.clusters[i].glyphStart) {
-                m_advances[m_shaped.glyphEnd(i) - 1 - firstGlyph] += stretch;
+            const float added = placedWidth(m_pipeline, m_lineIndex, i) - m_shaped.clusters[i].width;
+            if (added != 0.0F && m_shaped.glyphEnd(i) > m_shaped.clusters[i].glyphStart) {
+                const UINT32 last = m_shaped.glyphEnd(i) - 1 - firstGlyph;
+                m_advances[last] += added;
+                m_offsets[last].advanceOffset -= movesInk ? added : 0.0F;
             }
         }
     }
@@ -269,6 +275,7 @@ private:
     std::vector<LinePiece> m_pieces;
     std::vector<UINT16> m_clusterMap;
     std::vector<FLOAT> m_advances;
+    std::vector<DWRITE_GLYPH_OFFSET> m_offsets;
 };
 
 } // namespace

@@ -14,12 +14,43 @@ bool isSpace(std::u16string_view text, const ShapedText& shaped, UINT32 cluster)
     return unit == u' ' || unit == u'\u00A0';
 }
 
-/// Whether a cluster starts with a character of a script that is written without spaces, in full-width cells.
-bool isIdeograph(std::u16string_view text, const ShapedText& shaped, UINT32 cluster) {
+UChar32 firstCharacter(std::u16string_view text, const ShapedText& shaped, UINT32 cluster) {
     UChar32 character = 0;
     U16_GET(text.data(), 0, shaped.clusters[cluster].textStart, text.size(), character);
+    return character;
+}
+
+/// Whether a character is of a script that is written without spaces, in full-width cells.
+bool isIdeograph(UChar32 character) {
     const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH;
+}
+
+bool isOpening(UChar32 character) {
+    return (U_GET_GC_MASK(character) & (U_GC_PS_MASK | U_GC_PI_MASK)) != 0;
+}
+
+/// Brackets that close, and stops.
+bool isClosing(UChar32 character) {
+    return (U_GET_GC_MASK(character) & (U_GC_PE_MASK | U_GC_PF_MASK | U_GC_PO_MASK)) != 0;
+}
+
+/// Whether text may be pulled apart between `cluster` and the next, at least one of them an ideograph. Punctuation
+/// stays with what it belongs to.
+bool isIdeographicGap(std::u16string_view text, const ShapedText& shaped, UINT32 cluster) {
+    for (const UINT32 side : {cluster, cluster + 1}) {
+        if (shaped.clusters[side].has(Cluster::Shapeless) || shaped.clusters[side].has(Cluster::Object)) {
+            return false;
+        }
+    }
+    const UChar32 before = firstCharacter(text, shaped, cluster);
+    const UChar32 after = firstCharacter(text, shaped, cluster + 1);
+    if (isOpening(before) || isClosing(after)) {
+        return false;
+    }
+    // Narrow spaces keep their width in lines that are pulled apart elsewhere.
+    return isIdeograph(before) ? isIdeograph(after) || u_isUWhiteSpace(after) == 0
+                               : isIdeograph(after) && u_isUWhiteSpace(before) == 0;
 }
 
 /// Whether a justified line may be stretched after `cluster`.
@@ -32,7 +63,7 @@ bool isGap(std::u16string_view text, const ShapedText& shaped, const Line& line,
     if (placed.gapsAreSpaces) {
         return isSpace(text, shaped, cluster);
     }
-    return isIdeograph(text, shaped, cluster) && isIdeograph(text, shaped, cluster + 1);
+    return isIdeographicGap(text, shaped, cluster);
 }
 
 UINT32 countGaps(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed) {

@@ -52,6 +52,7 @@ const std::vector<Sample>& samples() {
         {"Japanese", u"寸法は現場で確認し、骨組みを写真に残すこと。"},
         {"Korean", u"모든 치수는 현장에서 확인할 것. \u1112\u1161\u11AB"},
         {"Chinese", u"所有尺寸须在现场核对，骨架应拍照。"},
+        {"turned Chinese", u"\u202E所有尺寸须在现场核对，骨架应拍照e\u0301漢。"},
         {"astral", u"𐌲𐌿𐍄 𞤀𞤣𞤤 𝑎𝑏"},
         {"emoji", u"a\U0001F468\u200D\U0001F469\u200D\U0001F467b \u2764\uFE0F 1\uFE0F\u20E3"},
         {"unassigned", u"a\u0378\u0379b"},
