@@ -5,6 +5,7 @@
 #include <iostream>
 #include <set>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,7 @@ struct Sample {
     std::string language;
     std::string script;
     std::string sentence;
+    std::string remark;
 };
 
 std::vector<Sample> readSamples(const std::string& path) {
@@ -37,7 +39,9 @@ std::vector<Sample> readSamples(const std::string& path) {
         }
         std::istringstream fields(line);
         Sample sample;
-        for (std::string* field : {&sample.tag, &sample.language, &sample.script, &sample.sentence}) {
+        std::string expectedFamily;
+        for (std::string* field :
+             {&sample.tag, &sample.language, &sample.script, &sample.sentence, &expectedFamily, &sample.remark}) {
             std::getline(fields, *field, '\t');
         }
         samples.push_back(sample);
@@ -134,6 +138,9 @@ tool::LaidOutText boxedText(const Sample& sample, float width, double x, double 
     OSLAYER_CHECK(layout.pObject->SetMaxHeight(metrics.height));
     DWRITE_OVERHANG_METRICS overhang{};
     OSLAYER_CHECK(layout.pObject->GetOverhangMetrics(&overhang));
+    if (width + overhang.right + overhang.left <= 0.0F) {
+        throw std::runtime_error(sample.language + " has no ink");
+    }
     tool::LaidOutParagraph paragraph;
     paragraph.painted = tool::paintParagraph(layout);
     paragraph.box = MbRect(0.0, -metrics.height, width, 0.0);
@@ -147,9 +154,10 @@ void drawSheet(const std::vector<Sample>& samples, const std::string& path) {
     constexpr int columns = 5;
     constexpr double cellWidth = 52.0;
     constexpr double cellHeight = 20.0;
+    const std::vector<Sample> scripts = oneOfEachScript(samples);
     std::vector<tool::LaidOutText> texts;
     int cell = 0;
-    for (const Sample& sample : oneOfEachScript(samples)) {
+    for (const Sample& sample : scripts) {
         const double x = cell % columns * cellWidth;
         const double y = -(cell / columns) * cellHeight;
         texts.push_back(plainText(sample.script + " (" + sample.language + ")", "en", 2.0F, x, y));
@@ -157,6 +165,7 @@ void drawSheet(const std::vector<Sample>& samples, const std::string& path) {
         ++cell;
     }
     tool::writePng(path, texts, {.boxes = true, .longerSide = 2600.0});
+    std::cout << "A sheet of " << scripts.size() << " scripts.\n";
 }
 
 /// The families that draw a sentence, each once, in the order of the text.
@@ -223,11 +232,11 @@ private:
     IDWriteFontCollection& m_collection;
 };
 
-std::string familiesOf(const Sample& sample) {
+std::string familiesOf(const std::string& sentence, const std::string& locale) {
     oslayer::com_ptr<IDWriteFontCollection> collection;
     OSLAYER_CHECK(factory()->GetSystemFontCollection(&collection));
     Families families(*collection);
-    const fonts::SLayoutDesc layout = layOut(sample.sentence, sample.tag, emSize, 0.0F);
+    const fonts::SLayoutDesc layout = layOut(sentence, locale, emSize, 0.0F);
     OSLAYER_CHECK(layout.pObject->Draw(nullptr, &families, 0.0F, 0.0F));
     std::string joined;
     for (const std::string& name : families.names) {
@@ -237,10 +246,12 @@ std::string familiesOf(const Sample& sample) {
 }
 
 void printTable(const std::vector<Sample>& samples) {
-    std::cout << "| Tag | Language | Sentence | Drawn with |\n|---|---|---|---|\n";
+    std::cout << "| Tag | Language | Sentence | Drawn with | Without a locale | Remarks |\n|---|---|---|---|---|---|\n";
     for (const Sample& sample : samples) {
-        std::cout << "| " << sample.tag << " | " << sample.language << " | " << sample.sentence << " | "
-                  << familiesOf(sample) << " |\n";
+        const std::string families = familiesOf(sample.sentence, sample.tag);
+        const std::string unnamed = familiesOf(sample.sentence, "");
+        std::cout << "| " << sample.tag << " | " << sample.language << " | " << sample.sentence << " | " << families
+                  << " | " << (unnamed == families ? "the same" : unnamed) << " | " << sample.remark << " |\n";
     }
 }
 
@@ -252,7 +263,7 @@ void drawList(const std::vector<Sample>& samples, const std::string& path) {
     for (std::size_t i = 0; i < samples.size(); ++i) {
         const double x = i < rows ? 0.0 : columnWidth;
         const double y = -static_cast<double>(i % rows) * rowHeight;
-        const std::string label = samples[i].tag + "  " + familiesOf(samples[i]);
+        const std::string label = samples[i].tag + "  " + familiesOf(samples[i].sentence, samples[i].tag);
         texts.push_back(plainText(label, "en", 1.8F, x, y - 1.2));
         texts.push_back(plainText(samples[i].sentence, samples[i].tag, 2.8F, x + 52.0, y));
     }
