@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <set>
 #include <sstream>
 #include <string>
 
+#include <unicode/ubidi.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
@@ -280,6 +282,58 @@ TEST(RunFacts, WrappedLinesAreShapedAsLinesOfTheirOwn) {
         }
     }
     EXPECT_LE(2000U, parts);
+}
+
+/// For every position of a part of a paragraph, its place from the left on a line of its own, as ICU orders it.
+std::vector<int> visualPlaces(UBiDi& paragraph, unsigned start, unsigned end) {
+    UErrorCode error = U_ZERO_ERROR;
+    const icu::LocalUBiDiPointer line(ubidi_open());
+    ubidi_setLine(&paragraph, static_cast<int>(start), static_cast<int>(end), line.getAlias(), &error);
+    std::vector<int> places(end - start);
+    ubidi_getLogicalMap(line.getAlias(), places.data(), &error);
+    EXPECT_TRUE(U_SUCCESS(error));
+    return places;
+}
+
+/// Expects the runs of a line that starts at `lineStart` to stand, and to be read, as `places` say.
+void expectPlaces(const std::vector<PlacedRun>& line, unsigned lineStart, const std::vector<int>& places) {
+    int last = -1;
+    for (const PlacedRun& run : line) {
+        const auto first = places.begin() + (run.start - lineStart);
+        const auto end = first + static_cast<int>(run.text.size());
+        const bool isRightToLeft = run.level % 2 == 1;
+        EXPECT_TRUE(isRightToLeft ? std::is_sorted(first, end, std::greater<>()) : std::is_sorted(first, end))
+            << run.start;
+        EXPECT_LT(last, *std::min_element(first, end)) << run.start;
+        last = *std::max_element(first, end);
+    }
+}
+
+TEST(RunFacts, WrappedLinesAreOrderedAsLinesOfTheirOwn) {
+    unsigned lines = 0;
+    for (const Sentence& sentence : sentences()) {
+        SCOPED_TRACE(sentence.utf8);
+        UErrorCode error = U_ZERO_ERROR;
+        const icu::LocalUBiDiPointer paragraph(ubidi_open());
+        const bool isRightToLeft = sentence.options.reading == DWRITE_READING_DIRECTION_RIGHT_TO_LEFT;
+        ubidi_setPara(paragraph.getAlias(), sentence.text.data(), static_cast<int>(sentence.text.size()),
+                      isRightToLeft ? 1 : 0, nullptr, &error);
+        ASSERT_TRUE(U_SUCCESS(error));
+        const float width = metricsOf(*makeLayout(sentence.text, 0, 0, sentence.options)).width;
+        for (const float box : {width / 7, width / 4, width / 2}) {
+            const auto layout = makeLayout(sentence.text, box, 0, sentence.options);
+            const auto lengths = lineLengths(*layout);
+            const auto placed = placedRuns(*layout);
+            ASSERT_EQ(lengths.size(), placed.size());
+            unsigned start = 0;
+            for (std::size_t i = 0; i < lengths.size(); ++i) {
+                expectPlaces(placed[i], start, visualPlaces(*paragraph.getAlias(), start, start + lengths[i]));
+                start += lengths[i];
+                ++lines;
+            }
+        }
+    }
+    EXPECT_LE(1000U, lines);
 }
 
 TEST(RunFacts, CoverManyScriptsDirectionsAndFonts) {
