@@ -5,6 +5,7 @@
 #include <deque>
 #include <iterator>
 #include <string>
+#include <thread>
 
 #include <Common/Utf.h>
 #include <benchmark/benchmark.h>
@@ -39,14 +40,29 @@ std::deque<Prepared> prepare() {
     return prepared;
 }
 
+/// What is known when a corpus begins.
+enum class Memory {
+    /// The words of earlier iterations.
+    Warm,
+    /// Nothing: a new thread has shaped no words yet.
+    Cold
+};
+
 /// One iteration lays the whole corpus out; sums of the last one are reported, so that the two ways can be compared.
 template <typename Ask>
-void run(benchmark::State& state, std::size_t paragraphs, Ask ask) {
+void run(benchmark::State& state, std::size_t paragraphs, Memory memory, Ask ask) {
     Sums sums;
-    for ([[maybe_unused]] auto iteration : state) {
+    const auto layOutAll = [&] {
         sums = {};
         for (std::size_t i = 0; i < paragraphs; ++i) {
             ask(i, sums);
+        }
+    };
+    for ([[maybe_unused]] auto iteration : state) {
+        if (memory == Memory::Cold) {
+            std::thread(layOutAll).join();
+        } else {
+            layOutAll();
         }
         benchmark::DoNotOptimize(sums);
     }
@@ -67,17 +83,20 @@ void registerAll(const std::deque<Prepared>& corpora, const bench::Layouter& lay
             const auto bare = [&corpus, &raw, question](std::size_t i, Sums& sums) {
                 raw.ask(question, corpus.same[i].utf16, sums);
             };
-            const auto add = [count](const std::string& benchmarkName, auto ask) {
-                benchmark::RegisterBenchmark(benchmarkName.c_str(),
-                                             [count, ask](benchmark::State& state) { run(state, count, ask); })
+            const auto add = [count](const std::string& benchmarkName, Memory memory, auto ask) {
+                benchmark::RegisterBenchmark(
+                    benchmarkName.c_str(),
+                    [count, memory, ask](benchmark::State& state) { run(state, count, memory, ask); })
                     ->Unit(benchmark::kMillisecond)
                     ->MinTime(0.2)
+                    ->MeasureProcessCPUTime()
                     ->Repetitions(5);
             };
-            add(name + "raw", bare);
-            add(name + "engine", ours);
+            add(name + "raw", Memory::Warm, bare);
+            add(name + "engine", Memory::Warm, ours);
+            add(name + "cold", Memory::Cold, ours);
             for (const bench::Peer& peer : peers) {
-                add(name + peer.name, [&corpus, &peer, question](std::size_t i, Sums& sums) {
+                add(name + peer.name, Memory::Warm, [&corpus, &peer, question](std::size_t i, Sums& sums) {
                     peer.ask(question, corpus.same[i], corpus.texts.wrapWidth, sums);
                 });
             }

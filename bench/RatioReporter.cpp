@@ -9,7 +9,8 @@
 namespace bench {
 
 RatioReporter::RatioReporter(const std::vector<Peer>& peers)
-    : benchmark::ConsoleReporter(OO_Tabular), m_columns{{"engine", "FontEngine"}} {
+    : benchmark::ConsoleReporter(OO_Tabular), m_columns{{"engine", "FontEngine"},
+                                                        {"cold", "FontEngine, words not seen before"}} {
     for (const Peer& peer : peers) {
         m_columns.emplace_back(peer.name, peer.name);
     }
