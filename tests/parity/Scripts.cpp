@@ -29,7 +29,6 @@ const std::vector<Sample> simpleScripts{{"Noto Sans Armenian", {"Հատակագ�
                                         {"Noto Sans Georgian", {"გეგმა", "სართული 1"}},
                                         {"Noto Sans Ethiopic", {"ፕላን", "ወለል ፩"}},
                                         {"Noto Sans Cherokee", {"ᏣᎳᎩ", "ᎦᏬᏂᎯᏍᏗ"}},
-                                        {"Noto Sans CanAborig", {"ᐃᓄᒃᑎᑐᑦ", "ᓄᓇᕗᑦ"}},
                                         {"Noto Sans Runic", {"ᚠᚢᚦᚨᚱᚲ", "ᚷᚹᚺ"}},
                                         {"Noto Sans Ogham", {"ᚁᚂᚃᚄ", "ᚆᚇ"}},
                                         {"Noto Sans Tifinagh", {"ⵜⵉⴼⵉⵏⴰⵖ", "ⴰⴱⴳ"}},
@@ -41,6 +40,18 @@ const std::vector<Sample> simpleScripts{{"Noto Sans Armenian", {"Հատակագ�
                                         {"Noto Sans CJK SC", {"平面图", "剖面图"}},
                                         {"Noto Sans CJK TC", {"平面圖", "剖面圖"}},
                                         {"Noto Serif CJK JP", {"設計図"}}};
+
+// Letters of the scripts below that stand side by side all the same.
+const std::vector<Sample> plainWords{{"Noto Sans Devanagari", {"नगर तल", "घर"}},
+                                     {"Noto Sans Bengali", {"নগর"}},
+                                     {"Noto Sans Gujarati", {"નગર"}},
+                                     {"Noto Sans Tamil", {"மர நகர"}},
+                                     {"Noto Sans Thai", {"งาน ถนน", "แปลน"}},
+                                     {"Noto Sans Lao", {"ລາວ"}},
+                                     {"Noto Sans Khmer", {"ក ខ គ"}},
+                                     {"Noto Sans Myanmar", {"က ခ ဂ"}},
+                                     {"Noto Sans Sinhala", {"නගර"}},
+                                     {"Noto Serif Tibetan", {"ཀ་ཁ་ག"}}};
 
 // Letters that move, join or change shape.
 const std::vector<Sample> complexScripts{{"Noto Sans Devanagari", {"क्षत्रिय", "हिन्दी"}},
@@ -97,6 +108,7 @@ void addUnknownFamily(Documents& documents) {
 
 void addScripts(fonts::IFontEngine& engine, Documents& documents) {
     add(engine, documents, "simple script", simpleScripts);
+    add(engine, documents, "complex script, plain words", plainWords);
     add(engine, documents, "complex script", complexScripts);
     add(engine, documents, "right to left", rightToLeft);
     add(engine, documents, "both directions", bothDirections);
