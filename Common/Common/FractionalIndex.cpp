@@ -10,8 +10,9 @@ constexpr std::uint8_t middleDigit = 0x80;
 
 } // namespace
 
-// Constant-initialised, so that code which runs before main can order by it.
-constinit const CFractionalIndex CFractionalIndex::s_empty{EmptyTag{}};
+// Constant-initialised, so that code which runs before main can order by it. Not marked constinit: the debug runtime
+// of Visual C++ allocates for every vector, which only initialisation at load can do.
+const CFractionalIndex CFractionalIndex::s_empty{EmptyTag{}};
 const CFractionalIndex CFractionalIndex::s_middle;
 
 CFractionalIndex::CFractionalIndex() : m_digitCount(1), m_digits{middleDigit} {}

@@ -65,8 +65,8 @@ private:
     const WCHAR* m_localeName;
     IDWriteNumberSubstitution* m_pNumberSubstitution;
     std::uint32_t m_readingDirection;
-    std::uint32_t m_secondaryDirection;
-    std::uint32_t m_reserved = 0;
+    [[maybe_unused]] std::uint32_t m_secondaryDirection;
+    [[maybe_unused]] std::uint32_t m_reserved = 0;
     std::uint32_t m_currentRunIndex = 0;
 
 protected:

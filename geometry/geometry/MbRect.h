@@ -26,15 +26,17 @@ struct MbRect {
         ymax += dy;
     }
 
+    // In parentheses, since <windows.h> makes min and max macros in a host that does not prevent it.
+
     /// Widens to take in the coordinate.
     constexpr void IncludeX(double x) noexcept {
-        xmin = std::min(xmin, x);
-        xmax = std::max(xmax, x);
+        xmin = (std::min)(xmin, x);
+        xmax = (std::max)(xmax, x);
     }
     /// Widens to take in the coordinate.
     constexpr void IncludeY(double y) noexcept {
-        ymin = std::min(ymin, y);
-        ymax = std::max(ymax, y);
+        ymin = (std::min)(ymin, y);
+        ymax = (std::max)(ymax, y);
     }
 
     /// Widens to take in `other`, unless that is empty; an empty rectangle becomes `other`.

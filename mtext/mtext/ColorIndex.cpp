@@ -6,12 +6,12 @@ namespace mtext {
 
 namespace {
 
-constexpr std::uint32_t OPAQUE = 0xFF000000U;
+constexpr std::uint32_t FULL_ALPHA = 0xFF000000U;
 constexpr std::array<std::uint32_t, 10> NAMED{0,        0xFF0000, 0xFFFF00, 0x00FF00, 0x00FFFF,
                                               0x0000FF, 0xFF00FF, 0,        0x808080, 0xC0C0C0};
 
 std::uint32_t argb(std::uint32_t red, std::uint32_t green, std::uint32_t blue) {
-    return OPAQUE | red << 16 | green << 8 | blue;
+    return FULL_ALPHA | red << 16 | green << 8 | blue;
 }
 
 // Channels are reckoned in 1/32 of a unit, in which levels, halves and quarters
@@ -56,7 +56,7 @@ std::uint32_t argbFromColorIndex(std::int32_t index, std::uint32_t foreground, s
         return foreground;
     }
     if (number < NAMED.size()) {
-        return OPAQUE | NAMED[number];
+        return FULL_ALPHA | NAMED[number];
     }
     if (number < 250) {
         return wheelColor(number - 10);
