@@ -9,6 +9,8 @@
 #include <oslayer/com_ptr.h>
 #include <render/RichTextDocument.h>
 
+#include "SystemCollection.h"
+
 // What the tests of fallback on the pinned fonts share.
 namespace fallbackruns {
 
@@ -33,12 +35,7 @@ inline std::vector<UINT32> codePointsOf(const std::wstring& text) {
 
 // Whether some font of the family has the character.
 inline bool familyHas(const std::wstring& familyName, UINT32 codePoint) {
-    oslayer::com_ptr<IUnknown> unknown;
-    DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory), &unknown);
-    oslayer::com_ptr<IDWriteFactory> factory;
-    factory.queryFrom(unknown);
-    oslayer::com_ptr<IDWriteFontCollection> collection;
-    factory->GetSystemFontCollection(&collection);
+    const oslayer::com_ptr<IDWriteFontCollection> collection = systemCollection();
     UINT32 index = 0;
     BOOL exists = FALSE;
     collection->FindFamilyName(familyName.c_str(), &index, &exists);

@@ -4,6 +4,7 @@
 
 #include <oslayer/Errors.h>
 
+#include "SystemCollection.h"
 #include "fake/FakePlatform.h"
 
 using fonts::Style;
@@ -27,12 +28,7 @@ struct FindFontInFamilyTest : fake::FakePlatformTest {
     }
 
     static oslayer::com_ptr<IDWriteFontFamily> family() {
-        oslayer::com_ptr<IUnknown> unknown;
-        DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory), &unknown);
-        oslayer::com_ptr<IDWriteFactory> factory;
-        factory.queryFrom(unknown);
-        oslayer::com_ptr<IDWriteFontCollection> collection;
-        factory->GetSystemFontCollection(&collection);
+        const oslayer::com_ptr<IDWriteFontCollection> collection = systemCollection();
         oslayer::com_ptr<IDWriteFontFamily> family;
         collection->GetFontFamily(0, &family);
         fake::platform().calls.clear();

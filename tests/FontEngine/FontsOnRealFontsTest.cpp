@@ -9,21 +9,12 @@
 #include <Common/Utf.h>
 
 #include "RecordedFonts.h"
+#include "SystemCollection.h"
 
 using fonts::Style;
 using fonts::Weight;
 
 namespace {
-
-oslayer::com_ptr<IDWriteFontCollection> systemCollection() {
-    oslayer::com_ptr<IUnknown> unknown;
-    DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory), &unknown);
-    oslayer::com_ptr<IDWriteFactory> factory;
-    factory.queryFrom(unknown);
-    oslayer::com_ptr<IDWriteFontCollection> collection;
-    factory->GetSystemFontCollection(&collection);
-    return collection;
-}
 
 // The font of a Win32 family name, found within its DirectWrite family.
 oslayer::com_ptr<IDWriteFont> findFont(const wchar_t* dwriteFamily, const wchar_t* win32Family, Weight weight,

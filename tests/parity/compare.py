@@ -68,6 +68,11 @@ class Difference:
                 pairs |= {(family, line) for family in families for line in lines if line}
         return pairs
 
+    def is_on_another_line(self):
+        """Whether the value says on which line of several a character stands."""
+        return (self.group in ("note", "underlined lines") and
+                re.search(r"\.(character|space)\.(y|baseline)$", self.kind) is not None)
+
     def is_placing(self):
         """Whether the value says where glyphs stand, or which of them are one cluster."""
         return (self.horizontal() or self.by_ink() or
@@ -140,7 +145,7 @@ DOCUMENT_REASONS = [
      ("bars" in d.kind or "regions" in d.kind or d.by_ink())),
     ("Right to left", lambda d: d.mixes_directions() and d.is_placing()),
     ("Scripts with shaping of their own", lambda d: d.group == "complex script" and d.is_shaped() and
-     (d.is_placing() or d.kind == "document.box.xmax")),
+     d.is_placing()),
     ("Korean spaces", lambda d: "CJK KR" in d.name and d.horizontal() and
      any(" " in text for _, text in d.texts())),
     ("Combining marks", lambda d: d.group == "marks" and d.is_shaped() and d.is_placing()),
@@ -148,7 +153,7 @@ DOCUMENT_REASONS = [
      (d.group == "small label" or d.smaller_than(1.0))),
     ("Trailing whitespace", lambda d: ".space" in d.kind and d.theirs is None),
     ("Letters with diacritics", lambda d: d.near_diacritic()),
-    ("Kerning", lambda d: (d.horizontal() or d.group in ("note", "underlined lines")) and d.is_kerned()),
+    ("Kerning", lambda d: (d.horizontal() or d.is_on_another_line()) and d.is_kerned()),
 ]
 
 # Here the group is the family's name.

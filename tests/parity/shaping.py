@@ -1,12 +1,11 @@
-"""What HarfBuzz's own program says of a text: whether a font kerns it, and whether it shapes it at all."""
+"""What HarfBuzz's own program says of a text: whether a font kerns it, and whether it shapes it at all.
+
+Fonts are those that FONTCONFIG_FILE names.
+"""
 
 import functools
 import json
-import os
 import subprocess
-
-# Of /usr/share/fonts the pinned packages only.
-CONFIGURATION = os.environ.get("FONTCONFIG_FILE")
 
 
 @functools.lru_cache(maxsize=None)

@@ -107,9 +107,13 @@ ShapedRun WordPlan::shapeText(std::u16string_view text, std::span<const hb_featu
     return run;
 }
 
+bool WordPlan::isSpace(const ShapedGlyph& glyph, std::uint32_t cluster) const noexcept {
+    return glyph.glyph == m_space.glyph && glyph.cluster == cluster && glyph.advanceOffset == 0 &&
+           glyph.ascenderOffset == 0;
+}
+
 bool WordPlan::isPlainSpace(const ShapedGlyph& glyph, std::uint32_t cluster) const noexcept {
-    return glyph.glyph == m_space.glyph && glyph.cluster == cluster && glyph.advance == m_space.advance &&
-           glyph.advanceOffset == 0 && glyph.ascenderOffset == 0;
+    return isSpace(glyph, cluster) && glyph.advance == m_space.advance;
 }
 
 ShapedWord WordPlan::shape(std::u16string_view word, WordEdges edges) const {
@@ -124,28 +128,21 @@ ShapedWord WordPlan::shape(std::u16string_view word, WordEdges edges) const {
     const auto wordStart = static_cast<std::uint32_t>(before);
     const auto wordEnd = static_cast<std::uint32_t>(before + word.size());
 
-    ShapedRun run = shapeText(text, {});
+    const ShapedRun run = shapeText(text, {});
     ShapedWord shaped;
     if (run.size() < before + after) {
         return shaped;
     }
     const std::size_t firstAfter = run.size() - after;
-    if (edges.spaceBefore) {
-        const ShapedGlyph& near = run[1];
-        shaped.spaceAdvance = near.advance;
-        ShapedGlyph asWide = near;
-        asWide.advance = m_space.advance;
-        if (!isPlainSpace(run[0], 0) || !isPlainSpace(asWide, 1) ||
-            (run.size() > before && run[before].cluster != wordStart)) {
-            return shaped;
-        }
+    const bool startsAtItsStart = firstAfter == before || run[before].cluster == wordStart;
+    if (edges.spaceBefore && !(isPlainSpace(run[0], 0) && isSpace(run[1], 1) && startsAtItsStart)) {
+        return shaped;
     }
-    if (edges.spaceAfter) {
-        if (!isPlainSpace(run[firstAfter], wordEnd) || !isPlainSpace(run[firstAfter + 1], wordEnd + 1)) {
-            return shaped;
-        }
-        shaped.spaceAfterIsUnsafe = run[firstAfter].isUnsafeToBreak;
+    if (edges.spaceAfter && !(isPlainSpace(run[firstAfter], wordEnd) && isPlainSpace(run.back(), wordEnd + 1))) {
+        return shaped;
     }
+    shaped.spaceAdvance = edges.spaceBefore ? run[1].advance : 0;
+    shaped.spaceAfterIsUnsafe = edges.spaceAfter && run[firstAfter].isUnsafeToBreak;
 
     static constexpr std::array<hb_feature_t, 1> noKerning{
         {{HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END}}};

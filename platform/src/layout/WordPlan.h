@@ -51,6 +51,8 @@ public:
     [[nodiscard]] ShapedWord shape(std::u16string_view word, WordEdges edges) const;
 
 private:
+    [[nodiscard]] bool isSpace(const ShapedGlyph& glyph, std::uint32_t cluster) const noexcept;
+    /// A space that is as wide as it is alone, too.
     [[nodiscard]] bool isPlainSpace(const ShapedGlyph& glyph, std::uint32_t cluster) const noexcept;
     [[nodiscard]] ShapedRun shapeText(std::u16string_view text, std::span<const hb_feature_t> features) const;
 

@@ -18,18 +18,8 @@ TEST(FontMetrics, AreWhatTheTablesOfEveryPinnedFaceSay) {
     ASSERT_GT(rows.size(), 300u);
     for (const auto& row : rows) {
         CFont& font = fontOfFile(row[0], std::stoi(row[1]));
-        const DWRITE_FONT_METRICS metrics = metricsOf(font);
-        const int actual[] = {metrics.designUnitsPerEm,
-                              metrics.ascent,
-                              metrics.descent,
-                              metrics.lineGap,
-                              metrics.capHeight,
-                              metrics.xHeight,
-                              metrics.underlinePosition,
-                              metrics.underlineThickness,
-                              metrics.strikethroughPosition,
-                              metrics.strikethroughThickness};
-        for (std::size_t i = 0; i < std::size(actual); ++i) {
+        const std::array<int, 10> actual = listed(metricsOf(font));
+        for (std::size_t i = 0; i < actual.size(); ++i) {
             EXPECT_EQ(actual[i], std::stoi(row[10 + i])) << row[0] << " " << row[1] << " column " << 10 + i;
         }
         EXPECT_EQ(font.face().GetGlyphCount(), std::stoi(row[9])) << row[0];

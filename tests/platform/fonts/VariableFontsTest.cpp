@@ -51,17 +51,7 @@ TEST(VariableFonts, InstancesHaveTheMetricsOfTheirWeight) {
     ASSERT_EQ(rows.size(), 5u);
     for (const auto& row : rows) {
         const int instance = std::stoi(row[1]) << 16;
-        const DWRITE_FONT_METRICS& metrics = dataFont(row[0], instance).face().metrics();
-        const std::array<int, 10> measured = {metrics.designUnitsPerEm,
-                                              metrics.ascent,
-                                              metrics.descent,
-                                              metrics.lineGap,
-                                              metrics.capHeight,
-                                              metrics.xHeight,
-                                              metrics.underlinePosition,
-                                              metrics.underlineThickness,
-                                              metrics.strikethroughPosition,
-                                              metrics.strikethroughThickness};
+        const std::array<int, 10> measured = listed(dataFont(row[0], instance).face().metrics());
         for (std::size_t i = 0; i < measured.size(); ++i) {
             EXPECT_EQ(measured[i], std::stoi(row[2 + i])) << row[0] << ' ' << row[1] << " column " << 2 + i;
         }

@@ -86,6 +86,19 @@ CFont& dataFont(const std::string& name, int index) {
     return *found;
 }
 
+std::array<int, 10> listed(const DWRITE_FONT_METRICS& metrics) {
+    return {metrics.designUnitsPerEm,
+            metrics.ascent,
+            metrics.descent,
+            metrics.lineGap,
+            metrics.capHeight,
+            metrics.xHeight,
+            metrics.underlinePosition,
+            metrics.underlineThickness,
+            metrics.strikethroughPosition,
+            metrics.strikethroughThickness};
+}
+
 std::wstring textAt(IDWriteLocalizedStrings& strings, std::uint32_t index) {
     std::uint32_t length = 0;
     if (FAILED(strings.GetStringLength(index, &length))) {

@@ -7,6 +7,7 @@
 
 #include <oslayer/com_ptr.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -33,6 +34,10 @@ std::vector<std::vector<std::string>> readTable(const std::string& name);
 /// A collection of fonts of the data folder; `index` as in FontSetEntry.
 CFontCollection& dataCollection();
 CFont& dataFont(const std::string& name, int index = 0);
+
+/// Metrics as the tables of facts list them: em, ascent, descent, gap, capital and x height, then place and thickness
+/// of the underline and of the strikethrough.
+std::array<int, 10> listed(const DWRITE_FONT_METRICS& metrics);
 
 std::wstring textAt(IDWriteLocalizedStrings& strings, std::uint32_t index);
 std::wstring localeAt(IDWriteLocalizedStrings& strings, std::uint32_t index);
