@@ -49,7 +49,7 @@ TEST_F(Program, NamesAMissingFile) {
 TEST_F(Program, NamesAFolder) {
     const Outcome outcome = run("layout " + quoted(path("")));
     EXPECT_EQ(outcome.exitCode, 3);
-    EXPECT_NE(outcome.err.find("is a folder; give the path of a DXF file"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.err.find("is a folder; give the path of a file"), std::string::npos) << outcome.err;
 }
 
 TEST_F(Program, RefusesWhatIsNoDrawing) {

@@ -1,10 +1,6 @@
 #include "DrawingLayout.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 
 #include <Common/Violations.h>
 
@@ -14,24 +10,22 @@
 namespace tool {
 
 dxf::Drawing readDrawingFile(const std::string& path) {
-    if (std::error_code error; std::filesystem::is_directory(path, error)) {
-        throw InputError(path + ": is a folder; give the path of a DXF file");
-    }
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw InputError(path + ": cannot be opened: " + std::strerror(errno == 0 ? ENOENT : errno));
-    }
-    std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
-    Progress progress("Reading " + path + ", bytes");
+    InputFile file(path, InputFile::Readings::One);
+    return readDrawingFile(path, file);
+}
+
+dxf::Drawing readDrawingFile(const std::string& path, InputFile& file) {
+    Progress progress("Reading " + inputName(path) + ", bytes");
     try {
-        return dxf::readDrawing(file, [&](std::uint64_t bytes) {
-            progress.update(static_cast<std::size_t>(bytes), error ? 0 : static_cast<std::size_t>(size));
+        dxf::Drawing drawing = dxf::readDrawing(file.stream(), [&](std::uint64_t bytes) {
+            progress.update(static_cast<std::size_t>(bytes), static_cast<std::size_t>(file.size()));
             return true;
         });
+        file.requireRead();
+        return drawing;
     } catch (const dxf::Error& failure) {
-        throw InputError(path + ": " + failure.what());
+        file.requireRead();
+        throw InputError(inputName(path) + ": " + failure.what());
     }
 }
 

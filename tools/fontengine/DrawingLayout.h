@@ -8,6 +8,7 @@
 #include <dxf/Drawing.h>
 #include <mtext/Diagnostics.h>
 
+#include "InputFile.h"
 #include "Session.h"
 #include "TextLayout.h"
 
@@ -39,6 +40,9 @@ struct LaidOutDrawing {
 // Opens and reads a drawing. Throws InputError for a file that is missing or no
 // drawing.
 dxf::Drawing readDrawingFile(const std::string& path);
+
+// Reads a drawing from its file, which `path` names in messages.
+dxf::Drawing readDrawingFile(const std::string& path, InputFile& file);
 
 // Reads a drawing and lays out every visible occurrence of its texts.
 LaidOutDrawing layOutDrawing(Session& session, const std::string& path, const TextLayoutOptions& options);

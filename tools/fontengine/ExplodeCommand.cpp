@@ -1,26 +1,21 @@
 #include "ExplodeCommand.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 
 #include <nlohmann/json.hpp>
 
 #include <Common/Utf.h>
 
+#include "CallPaths.h"
 #include "DrawingLayout.h"
+#include "OutputFile.h"
 #include "Progress.h"
 #include "RoundTrip.h"
 
 namespace tool {
 
 namespace {
-
-InputError unwritable(const std::string& path) {
-    return InputError(path + ": cannot be written; check the folder, its permissions and the space left",
-                      ExitCode::UnwritableOutput);
-}
 
 void requireComparable(const ExplodeOptions& options) {
     if (options.check && options.kind == PieceKind::Outlines) {
@@ -29,51 +24,32 @@ void requireComparable(const ExplodeOptions& options) {
     }
 }
 
-void requireTwoFiles(const ExplodeOptions& options) {
-    std::error_code error;
-    if (std::filesystem::equivalent(options.input, options.output, error)) {
-        throw InputError(options.output + ": is the drawing itself; give another file to write to", ExitCode::Usage);
+void checkPaths(const ExplodeOptions& options) {
+    std::vector<CallPath> paths{{"IN", options.input, CallPath::Use::Read, {}},
+                                {"OUT", options.output, CallPath::Use::Written, {}}};
+    if (options.fontMap) {
+        paths.push_back({"--font-map", *options.fontMap, CallPath::Use::Read, {}});
     }
-    if (std::filesystem::is_directory(options.output, error)) {
-        throw InputError(options.output + ": is a folder; give the path of a DXF file", ExitCode::UnwritableOutput);
+    if (options.report) {
+        paths.push_back({"--report", *options.report, CallPath::Use::Written, {}});
     }
+    checkPaths(paths);
 }
 
-// Written beside its place and moved there whole, so that a failure leaves what
-// stood there.
-dxf::RewriteResult rewrite(const ExplodeOptions& options, const dxf::Drawing& drawing, Exploder& exploder) {
-    const std::string partial = options.output + ".partial";
-    std::error_code ignored;
+dxf::RewriteResult rewrite(const ExplodeOptions& options, InputFile& input, OutputFile& output,
+                           const dxf::Drawing& drawing, Exploder& exploder) {
     try {
-        std::ifstream input(options.input, std::ios::binary);
-        std::ofstream output(partial, std::ios::binary);
-        if (!output) {
-            throw unwritable(options.output);
-        }
-        Progress progress("Exploding " + options.input + ", bytes");
-        const dxf::RewriteResult result =
-            dxf::rewriteDrawing(input, output, drawing, exploder, [&](std::uint64_t bytes) {
-                progress.update(static_cast<std::size_t>(bytes), static_cast<std::size_t>(drawing.byteCount));
-                return true;
-            });
-        output.close();
-        if (!output) {
-            throw unwritable(options.output);
-        }
-        std::filesystem::rename(partial, options.output);
-        return result;
+        input.rewind();
+        Progress progress("Exploding " + inputName(options.input) + ", bytes");
+        return dxf::rewriteDrawing(input.stream(), output.stream(), drawing, exploder, [&](std::uint64_t bytes) {
+            progress.update(static_cast<std::size_t>(bytes), static_cast<std::size_t>(drawing.byteCount));
+            return true;
+        });
     } catch (const dxf::Error& failure) {
-        std::filesystem::remove(partial, ignored);
         if (failure.kind() == dxf::ErrorKind::Unwritable) {
-            throw unwritable(options.output);
+            output.collected(); // throws with the system's reason
         }
-        throw InputError(options.input + ": " + failure.what());
-    } catch (const std::filesystem::filesystem_error&) {
-        std::filesystem::remove(partial, ignored);
-        throw unwritable(options.output);
-    } catch (const InputError&) {
-        std::filesystem::remove(partial, ignored);
-        throw;
+        throw InputError(inputName(options.input) + ": " + failure.what());
     }
 }
 
@@ -93,8 +69,8 @@ void say(std::size_t count, const char* what) {
 
 void report(const ExplodeOptions& options, const Outcome& outcome) {
     const ExplodeCounts& counts = outcome.exploder.counts();
-    std::cout << options.input << ": " << counts.texts << " paragraph texts became " << outcome.rewritten.written
-              << " entities in " << options.output << '\n';
+    std::cout << inputName(options.input) << ": " << counts.texts << " paragraph texts became "
+              << outcome.rewritten.written << " entities in " << outputName(options.output) << '\n';
     say(counts.clusterTexts, "clusters became single-line texts");
     say(counts.outlined, options.kind == PieceKind::Outlines
                              ? "clusters became outlines"
@@ -158,12 +134,9 @@ void writeReport(const std::string& path, const ExplodeOptions& options, const O
                              {"largestDeviation", trip->largestDeviation},
                              {"line", trip->line}};
     }
-    std::ofstream file(path, std::ios::binary);
-    file << json.dump(1, ' ', false, Json::error_handler_t::replace) << '\n';
-    file.close();
-    if (!file) {
-        throw unwritable(path);
-    }
+    OutputFile file(path);
+    file.stream() << json.dump(1, ' ', false, Json::error_handler_t::replace) << '\n';
+    file.commit();
 }
 
 ExitCode exitCodeOf(const ExplodeOptions& options, const Outcome& outcome) {
@@ -174,7 +147,7 @@ ExitCode exitCodeOf(const ExplodeOptions& options, const Outcome& outcome) {
         return ExitCode::DamagedInput;
     }
     if (outcome.exploder.counts().texts == 0) {
-        std::cerr << options.input << ": holds no paragraph text; the copy is unchanged\n";
+        std::cerr << "fontengine: " << inputName(options.input) << ": holds no paragraph text; the copy is unchanged\n";
         return ExitCode::NoText;
     }
     return ExitCode::Success;
@@ -184,20 +157,23 @@ ExitCode exitCodeOf(const ExplodeOptions& options, const Outcome& outcome) {
 
 ExitCode runExplode(const ExplodeOptions& options) {
     requireComparable(options);
+    checkPaths(options);
     Session session;
     if (options.fontMap) {
         session.fontMap().load(*options.fontMap);
     }
-    const dxf::Drawing drawing = readDrawingFile(options.input);
-    requireTwoFiles(options);
+    InputFile input(options.input, InputFile::Readings::Several);
+    const dxf::Drawing drawing = readDrawingFile(options.input, input);
     Exploder exploder(session, drawing, options.kind, options.check);
-    Outcome outcome{drawing, exploder, rewrite(options, drawing, exploder), std::nullopt, 0};
+    OutputFile output(options.output);
+    Outcome outcome{drawing, exploder, rewrite(options, input, output, drawing, exploder), std::nullopt, 0};
     outcome.lineTexts = static_cast<std::size_t>(
         std::count_if(drawing.texts.begin(), drawing.texts.end(),
                       [](const dxf::TextEntity& text) { return text.kind == dxf::TextKind::Text; }));
     if (options.check) {
-        outcome.roundTrip = checkRoundTrip(session, options.output, drawing, exploder);
+        outcome.roundTrip = checkRoundTrip(session, output.collected(), drawing, exploder);
     }
+    output.commit();
     report(options, outcome);
     reportReplacements(session.fontMap().replacements());
     if (options.report) {

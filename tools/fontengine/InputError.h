@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace tool {
 
@@ -28,5 +29,16 @@ public:
 private:
     ExitCode m_code;
 };
+
+// "-" where a file is read: standard input. Where one is written: standard output.
+inline constexpr const char* standardStreamName = "-";
+
+// What messages call the file of this path.
+std::string inputName(const std::string& path);
+std::string outputName(const std::string& path);
+
+// The errors for a file that the system refuses, with its reason.
+InputError unreadable(const std::string& path, std::error_code reason);
+InputError unwritable(const std::string& path, std::error_code reason);
 
 } // namespace tool

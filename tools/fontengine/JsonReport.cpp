@@ -1,12 +1,10 @@
 #include "JsonReport.h"
 
-#include <fstream>
-
 #include <nlohmann/json.hpp>
 
 #include <Common/Utf.h>
 
-#include "InputError.h"
+#include "OutputFile.h"
 
 namespace tool {
 
@@ -152,13 +150,9 @@ void writeJson(const std::string& path, const std::vector<LaidOutDrawing>& drawi
     for (const LaidOutDrawing& drawing : drawings) {
         json["drawings"].push_back(toJson(drawing));
     }
-    std::ofstream file(path, std::ios::binary);
-    file << json.dump(1, ' ', false, Json::error_handler_t::replace) << '\n';
-    file.close();
-    if (!file) {
-        throw InputError(path + ": cannot be written; check the folder, its permissions and the space left",
-                         ExitCode::UnwritableOutput);
-    }
+    OutputFile file(path);
+    file.stream() << json.dump(1, ' ', false, Json::error_handler_t::replace) << '\n';
+    file.commit();
 }
 
 } // namespace tool

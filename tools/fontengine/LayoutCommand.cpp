@@ -1,31 +1,22 @@
 #include "LayoutCommand.h"
 
-#include <filesystem>
 #include <iostream>
 
 #include <Common/Utf.h>
 
 #include "DrawingLayout.h"
 #include "JsonReport.h"
+#include "LayoutPaths.h"
 #include "Picture.h"
+#include "PicturePaths.h"
 #include "Session.h"
 
 namespace tool {
 
 namespace {
 
-// Several drawings asked into one picture file get one each, named after them.
-std::string outputPath(const std::string& asked, const std::string& drawing, bool several) {
-    if (!several) {
-        return asked;
-    }
-    const std::filesystem::path path(asked);
-    const std::filesystem::path stem = std::filesystem::path(drawing).stem();
-    return (path.parent_path() / (path.stem().string() + "-" + stem.string() + path.extension().string())).string();
-}
-
 void report(const LaidOutDrawing& drawing) {
-    std::cout << drawing.path << ": " << drawing.texts.size() << " texts laid out";
+    std::cout << inputName(drawing.path) << ": " << drawing.texts.size() << " texts laid out";
     if (drawing.hiddenTexts > 0) {
         std::cout << ", " << drawing.hiddenTexts << " hidden ones left out";
     }
@@ -59,7 +50,7 @@ ExitCode worst(const std::vector<LaidOutDrawing>& drawings) {
         if (drawing.drawing.truncated()) {
             code = ExitCode::DamagedInput;
         } else if (drawing.texts.empty() && drawing.hiddenTexts == 0 && code == ExitCode::Success) {
-            std::cerr << drawing.path << ": holds no text; there is nothing to lay out\n";
+            std::cerr << "fontengine: " << inputName(drawing.path) << ": holds no text; there is nothing to lay out\n";
             code = ExitCode::NoText;
         }
     }
@@ -69,6 +60,7 @@ ExitCode worst(const std::vector<LaidOutDrawing>& drawings) {
 } // namespace
 
 ExitCode runLayout(const LayoutOptions& options) {
+    checkPaths(options);
     Session session;
     if (options.fontMap) {
         session.fontMap().load(*options.fontMap);
@@ -80,10 +72,10 @@ ExitCode runLayout(const LayoutOptions& options) {
         drawings.push_back(layOutDrawing(session, path, options.layout));
         report(drawings.back());
         if (options.png) {
-            writePng(outputPath(*options.png, path, several), drawings.back().texts, picture);
+            writePng(picturePath(*options.png, path, several), drawings.back().texts, picture);
         }
         if (options.svg) {
-            writeSvg(outputPath(*options.svg, path, several), drawings.back().texts, picture);
+            writeSvg(picturePath(*options.svg, path, several), drawings.back().texts, picture);
         }
     }
     reportReplacements(session.fontMap().replacements());

@@ -10,6 +10,7 @@
 #include <cairo.h>
 
 #include "InputError.h"
+#include "OutputFile.h"
 
 namespace tool {
 
@@ -180,11 +181,24 @@ void draw(cairo_t* cr, const Viewport& viewport, const std::vector<LaidOutText>&
     }
 }
 
-void require(cairo_status_t status, const std::string& path) {
+cairo_status_t writeTo(void* stream, const unsigned char* bytes, unsigned count) {
+    auto& output = *static_cast<std::ostream*>(stream);
+    output.write(reinterpret_cast<const char*>(bytes), static_cast<std::streamsize>(count));
+    return output ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
+void requireDrawn(cairo_status_t status, const std::string& path) {
     if (status != CAIRO_STATUS_SUCCESS) {
-        throw InputError(path + ": cannot be written: " + std::string(cairo_status_to_string(status)) +
-                             "; check the folder and its permissions",
-                         ExitCode::UnwritableOutput);
+        throw InputError(outputName(path) + ": cannot be drawn: " + std::string(cairo_status_to_string(status)) +
+                             "; leave texts of extreme size or place out of the drawing",
+                         ExitCode::Failure);
+    }
+}
+
+// The output file knows better why it could not be written.
+void requireWritten(cairo_status_t status, const std::string& path) {
+    if (status != CAIRO_STATUS_WRITE_ERROR) {
+        requireDrawn(status, path);
     }
 }
 
@@ -197,22 +211,29 @@ void writePng(const std::string& path, const std::vector<LaidOutText>& texts, co
                           &cairo_surface_destroy);
     const Context cr(cairo_create(surface.get()), &cairo_destroy);
     draw(cr.get(), viewport, texts, options);
-    require(cairo_status(cr.get()), path);
-    require(cairo_surface_write_to_png(surface.get(), path.c_str()), path);
+    requireDrawn(cairo_status(cr.get()), path);
+    OutputFile file(path);
+    requireWritten(cairo_surface_write_to_png_stream(surface.get(), &writeTo, &file.stream()), path);
+    file.commit();
 }
 
 void writeSvg(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
     const Viewport viewport(texts, options);
-    const Surface surface(cairo_svg_surface_create(path.c_str(), viewport.width(), viewport.height()),
-                          &cairo_surface_destroy);
-    require(cairo_surface_status(surface.get()), path);
+    OutputFile file(path);
     {
-        const Context cr(cairo_create(surface.get()), &cairo_destroy);
-        draw(cr.get(), viewport, texts, options);
-        require(cairo_status(cr.get()), path);
+        const Surface surface(
+            cairo_svg_surface_create_for_stream(&writeTo, &file.stream(), viewport.width(), viewport.height()),
+            &cairo_surface_destroy);
+        requireDrawn(cairo_surface_status(surface.get()), path);
+        {
+            const Context cr(cairo_create(surface.get()), &cairo_destroy);
+            draw(cr.get(), viewport, texts, options);
+            requireDrawn(cairo_status(cr.get()), path);
+        }
+        cairo_surface_finish(surface.get());
+        requireWritten(cairo_surface_status(surface.get()), path);
     }
-    cairo_surface_finish(surface.get());
-    require(cairo_surface_status(surface.get()), path);
+    file.commit();
 }
 
 } // namespace tool

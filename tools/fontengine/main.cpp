@@ -13,6 +13,8 @@
 #include "InputError.h"
 #include "LayoutCommand.h"
 #include "MeasureCommand.h"
+#include "StandardStreams.h"
+#include "TemporaryFile.h"
 
 namespace {
 
@@ -96,6 +98,8 @@ ExitCode guarded(const std::function<ExitCode()>& run) {
 } // namespace
 
 int main(int argc, char** argv) {
+    tool::occupyStandardStreams();
+    tool::removeTemporaryFilesOnSignals();
     CLI::App app("Rich text of drawings: laid out, measured, drawn.", "fontengine");
     app.require_subcommand(1);
     tool::LayoutOptions layoutOptions;
