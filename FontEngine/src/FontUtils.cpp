@@ -7,28 +7,22 @@ namespace fonts {
 
 namespace {
 
-// Whether one of the names, in whatever language, is exactly the one asked for.
-bool hasName(IDWriteLocalizedStrings* pFamilyNames, const std::wstring& fontFamily) {
-    std::wstring name;
-    const UINT32 count = pFamilyNames->GetCount();
-    for (UINT32 index = 0; index < count; ++index) {
-        UINT32 stringLength = 0;
-        OSLAYER_CHECK(pFamilyNames->GetStringLength(index, &stringLength));
-        name.resize(stringLength + 1);
-        OSLAYER_CHECK(pFamilyNames->GetString(index, &name[0], stringLength + 1));
-        name.resize(stringLength);
-        if (name == fontFamily)
-            return true;
-    }
-    return false;
-}
-
-bool bearsFamilyName(IDWriteFont* pFont, const std::wstring& fontFamily) {
+// The Win32 family names of a font in all its languages; empty if it has none.
+oslayer::com_ptr<IDWriteLocalizedStrings> win32FamilyNames(IDWriteFont* pFont) {
     oslayer::com_ptr<IDWriteLocalizedStrings> pStrings;
     BOOL stringExists = FALSE;
     OSLAYER_CHECK(
         pFont->GetInformationalStrings(DWRITE_INFORMATIONAL_STRING_WIN32_FAMILY_NAMES, &pStrings, &stringExists));
-    return stringExists && hasName(pStrings, fontFamily);
+    return stringExists ? pStrings : nullptr;
+}
+
+bool nameEquals(IDWriteLocalizedStrings* pFamilyNames, UINT32 index, const std::wstring& fontFamily) {
+    UINT32 stringLength = 0;
+    OSLAYER_CHECK(pFamilyNames->GetStringLength(index, &stringLength));
+    std::wstring name(stringLength + 1, L'\0');
+    OSLAYER_CHECK(pFamilyNames->GetString(index, &name[0], stringLength + 1));
+    name.resize(stringLength);
+    return name == fontFamily;
 }
 
 bool isObliqueForItalic(IDWriteFont* pFont, Weight weight, Style style) {
@@ -71,12 +65,17 @@ oslayer::com_ptr<IDWriteFont> findDWriteFontInFamily(IDWriteFontFamily* pDWriteF
     for (UINT32 iFont = 0; iFont < fontCount; ++iFont) {
         oslayer::com_ptr<IDWriteFont> pFont;
         OSLAYER_CHECK(pFontFamily->GetFont(iFont, &pFont));
-        if (!bearsFamilyName(pFont, fontFamily))
-            continue;
-        if (!pCandidate || isObliqueForItalic(pFont, weight, style))
-            pCandidate = pFont;
-        if (isExactly(pFont, weight, style))
-            return pFont;
+        const oslayer::com_ptr<IDWriteLocalizedStrings> pFamilyNames = win32FamilyNames(pFont);
+        const UINT32 nameCount = pFamilyNames ? pFamilyNames->GetCount() : 0;
+        // The exact face ends the search at once; else every name is read, so that one that cannot be is reported.
+        for (UINT32 index = 0; index < nameCount; ++index) {
+            if (!nameEquals(pFamilyNames, index, fontFamily))
+                continue;
+            if (!pCandidate || isObliqueForItalic(pFont, weight, style))
+                pCandidate = pFont;
+            if (isExactly(pFont, weight, style))
+                return pFont;
+        }
     }
     return pCandidate;
 }

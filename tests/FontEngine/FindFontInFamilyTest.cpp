@@ -113,6 +113,12 @@ TEST_F(FindFontInFamilyTest, LaterObliqueReplacesAnEarlierOne) {
     EXPECT_EQ(find(Weight::Normal, Style::Italic), 1);
 }
 
+TEST_F(FindFontInFamilyTest, ACondensedItalicDoesNotStandInForAnItalic) {
+    addFace(bold, upright);
+    addFace(regular, italic, DWRITE_FONT_STRETCH_CONDENSED);
+    EXPECT_EQ(find(Weight::Normal, Style::Italic), 0);
+}
+
 TEST_F(FindFontInFamilyTest, ItalicAfterAnObliqueIsStillTheExactFace) {
     addFace(regular, oblique);
     addFace(regular, italic);
@@ -142,6 +148,28 @@ TEST_F(FindFontInFamilyTest, NameInAnotherLanguageMatches) {
     EXPECT_EQ(find(Weight::Normal, Style::Normal, L"格羅泰斯克"), 0);
     EXPECT_THAT(fake::platform().callsTo("Win32Names.GetString("),
                 ElementsAre("Win32Names.GetString(0, 8)", "Win32Names.GetString(1, 8)", "Win32Names.GetString(2, 6)"));
+}
+
+TEST_F(FindFontInFamilyTest, ExactFaceEndsTheSearchAtTheNameThatMatches) {
+    addFace(regular, upright, DWRITE_FONT_STRETCH_NORMAL, {L"Grotesk", L"Гротеск"});
+    EXPECT_EQ(find(Weight::Normal, Style::Normal), 0);
+    EXPECT_THAT(fake::platform().callsTo("Win32Names.GetString("), ElementsAre("Win32Names.GetString(0, 8)"));
+}
+
+TEST_F(FindFontInFamilyTest, EveryNameOfACandidateIsRead) {
+    addFace(bold, upright, DWRITE_FONT_STRETCH_NORMAL, {L"Grotesk", L"Гротеск"});
+    EXPECT_EQ(find(Weight::Normal, Style::Normal), 0);
+    EXPECT_THAT(fake::platform().callsTo("Win32Names.GetString("),
+                ElementsAre("Win32Names.GetString(0, 8)", "Win32Names.GetString(1, 8)"));
+}
+
+TEST_F(FindFontInFamilyTest, ANameThatCannotBeReadIsReportedThoughAnEarlierOneMatched) {
+    addFace(bold, upright, DWRITE_FONT_STRETCH_NORMAL, {L"Grotesk", L"Гротеск"});
+    fake::platform().fail("Win32Names.GetString(1", E_FAIL);
+    const auto within = family();
+    EXPECT_THROW(fonts::findDWriteFontInFamily(within, L"Grotesk", Weight::Normal, Style::Normal),
+                 oslayer::EOsLayerError);
+    EXPECT_EQ(log.expression(), "pFamilyNames->GetString(index, &name[0], stringLength + 1)");
 }
 
 TEST_F(FindFontInFamilyTest, NameInOtherLetterCaseGivesNothing) {

@@ -28,13 +28,13 @@ std::wstring_view nameOf(std::uint32_t code) {
     return statusName(code);
 }
 
-TEST(StatusName, TheTableHas3116NamesFor4895Codes) {
+TEST(StatusName, TheTableHas3116NamesFor4897Codes) {
     std::set<std::wstring_view> names;
     for (const Row& row : table) {
         names.insert(row.name);
     }
     EXPECT_EQ(names.size(), 3116U);
-    EXPECT_EQ(std::size(table), 4895U);
+    EXPECT_EQ(std::size(table), 4897U);
 }
 
 TEST(StatusName, NoCodeAppearsTwice) {
@@ -113,11 +113,37 @@ TEST(StatusName, ValuesThatSeveralHeadersDefineHaveAllNamesJoined) {
     EXPECT_EQ(nameOf(0x80040401), L"DIERR_CANCELLED & MS_E_SAMPLEALLOC");
 }
 
-TEST(StatusName, AWin32ErrorHasItsNameAsNumberAndAsHResult) {
-    EXPECT_EQ(nameOf(0x2), L"ERROR_FILE_NOT_FOUND");
+constexpr std::uint32_t win32Facility = 0x80070000;
+
+bool isBareWin32Error(const Row& row) {
+    return row.code <= 0xFFFF && row.name != L"S_OK" && row.name != L"S_FALSE";
+}
+
+/// The general results whose values are HRESULT forms of Win32 errors.
+bool isGeneralResult(std::wstring_view name) {
+    return name == L"E_ACCESSDENIED" || name == L"E_HANDLE" || name == L"E_OUTOFMEMORY" || name == L"E_INVALIDARG";
+}
+
+TEST(StatusName, EveryWin32ErrorHasItsNameAsNumberAndAsHResult) {
+    for (const Row& row : table) {
+        if (isBareWin32Error(row)) {
+            const std::wstring_view name = nameOf(win32Facility | row.code);
+            EXPECT_TRUE(name == row.name || isGeneralResult(name)) << std::hex << row.code;
+        }
+    }
     EXPECT_EQ(nameOf(0x80070002), L"ERROR_FILE_NOT_FOUND");
-    EXPECT_EQ(nameOf(10013), L"WSAEACCES");
-    EXPECT_EQ(nameOf(0x80070000 + 10013), L"WSAEACCES");
+    EXPECT_EQ(nameOf(0x800700C8), L"ERROR_RING2SEG_MUST_BE_MOVABLE");
+    EXPECT_EQ(nameOf(0x800700C9), L"ERROR_RELOC_CHAIN_XEEDS_SEGLIM");
+    EXPECT_EQ(nameOf(win32Facility + 10013), L"WSAEACCES");
+}
+
+TEST(StatusName, EveryHResultFormHasItsBareNumber) {
+    for (const Row& row : table) {
+        // 1 is S_FALSE first, ERROR_INVALID_FUNCTION second.
+        if (row.code >> 16 == win32Facility >> 16 && !isGeneralResult(row.name) && row.code != (win32Facility | 1)) {
+            EXPECT_EQ(nameOf(row.code & 0xFFFF), row.name) << std::hex << row.code;
+        }
+    }
 }
 
 TEST(StatusName, AGeneralNameWinsOverTheHResultFormOfAWin32Error) {
