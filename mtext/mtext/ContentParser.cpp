@@ -56,7 +56,7 @@ private:
     void readHeight(std::size_t start);
     void readColorIndex(std::size_t start);
     void readTrueColor(std::size_t start);
-    void readUnsupportedNumber(DiagnosticCode code, float neutral, std::size_t start);
+    void readUnmetNumber(CharacterProperty property, DiagnosticCode code, float neutral, std::size_t start);
     void readFont(std::size_t start, bool upperCase);
     const Font& font(std::wstring_view argument, bool upperCase);
     void readParagraphCode(std::size_t start);
@@ -74,6 +74,7 @@ private:
 };
 
 void ContentReader::breakParagraph(bool startsColumn) {
+    m_unmet.endParagraph(m_builder.paragraph().codes);
     m_builder.breakParagraph(m_state.style, m_paragraphs[m_state.paragraph], startsColumn);
 }
 
@@ -150,14 +151,14 @@ void ContentReader::readTrueColor(std::size_t start) {
 }
 
 // A number without a place in the document; `neutral` changes nothing anyway.
-void ContentReader::readUnsupportedNumber(DiagnosticCode code, float neutral, std::size_t start) {
+void ContentReader::readUnmetNumber(CharacterProperty property, DiagnosticCode code, float neutral, std::size_t start) {
     const std::optional<float> value = m_cursor.readNumber();
     if (value && !m_cursor.skip(L'x')) {
         m_cursor.skip(L'X');
     }
     endNumber(value.has_value(), start);
-    if (value && *value != neutral) {
-        report(code, start);
+    if (value) {
+        hold(property, *value != neutral, code, start);
     }
 }
 
@@ -193,9 +194,8 @@ void ContentReader::readFont(std::size_t start, bool upperCase) {
     if (wanted.request.charset) {
         m_state.codePage = codePageFromCharset(*wanted.request.charset).value_or(m_defaults.codePage);
     }
-    if (!wanted.request.bigFont.empty() && !m_defaults.resolveFont) {
-        report(DiagnosticCode::BigFont, start);
-    }
+    const bool bigFontLost = !wanted.request.bigFont.empty() && !m_defaults.resolveFont;
+    hold(CharacterProperty::BigFont, bigFontLost, DiagnosticCode::BigFont, start);
 }
 
 void ContentReader::readParagraphCode(std::size_t start) {
@@ -208,7 +208,7 @@ void ContentReader::readParagraphCode(std::size_t start) {
     }
     ParagraphState state = m_paragraphs[m_state.paragraph];
     std::vector<ParagraphFinding> findings;
-    applyParagraphCode(*argument, m_defaults, state, findings);
+    applyParagraphCode(*argument, behindLetter.position(), m_defaults, state, m_unmet, findings);
     for (const ParagraphFinding& finding : findings) {
         report(finding.code, behindLetter.position() + finding.offset, finding.length);
     }
@@ -221,11 +221,14 @@ void ContentReader::readStack(std::size_t start) {
     const StackedText stack = readStackCode(m_cursor.rest(), characterContext());
     m_cursor.advance(stack.length);
     if (stack.text.find_first_of(L"\n\r\t") == std::wstring::npos) {
+        m_unmet.note(stack.text, m_state.style.capSize, m_state.codes);
         m_builder.appendApart(stack.text, m_state.style);
     } else {
         appendText(stack.text, start);
     }
-    report(stack.terminated ? DiagnosticCode::StackedText : DiagnosticCode::MalformedCode, start);
+    if (!stack.terminated || !stack.text.empty()) {
+        report(stack.terminated ? DiagnosticCode::StackedText : DiagnosticCode::MalformedCode, start);
+    }
     if (stack.undecodable) {
         report(DiagnosticCode::UndecodableCharacter, start);
     }
@@ -246,10 +249,10 @@ bool ContentReader::readSwitch(wchar_t letter, std::size_t start) {
     case L'\\':
     case L'{':
     case L'}':
-        m_builder.append(std::wstring_view(&letter, 1), m_state.style);
+        append(std::wstring_view(&letter, 1));
         return true;
     case L'~':
-        m_builder.append(L"\u00A0", m_state.style);
+        append(L"\u00A0");
         return true;
     case L'P':
         breakParagraph(false);
@@ -296,16 +299,16 @@ bool ContentReader::readSetting(wchar_t letter, std::size_t start) {
         readTrueColor(start);
         return true;
     case L'A':
-        readUnsupportedNumber(DiagnosticCode::InlineAlignment, 0.0F, start);
+        readUnmetNumber(CharacterProperty::InlineAlignment, DiagnosticCode::InlineAlignment, 0.0F, start);
         return true;
     case L'Q':
-        readUnsupportedNumber(DiagnosticCode::ObliqueAngle, 0.0F, start);
+        readUnmetNumber(CharacterProperty::ObliqueAngle, DiagnosticCode::ObliqueAngle, 0.0F, start);
         return true;
     case L'T':
-        readUnsupportedNumber(DiagnosticCode::Tracking, 1.0F, start);
+        readUnmetNumber(CharacterProperty::Tracking, DiagnosticCode::Tracking, 1.0F, start);
         return true;
     case L'W':
-        readUnsupportedNumber(DiagnosticCode::WidthFactor, 1.0F, start);
+        readUnmetNumber(CharacterProperty::WidthFactor, DiagnosticCode::WidthFactor, 1.0F, start);
         return true;
     case L'p':
         readParagraphCode(start);
@@ -377,11 +380,7 @@ Result ContentReader::read() {
         readNext();
     }
     reportUnclosedGroups();
-    std::stable_sort(m_diagnostics.begin(), m_diagnostics.end(),
-                     [](const Diagnostic& left, const Diagnostic& right) { return left.position < right.position; });
-    Result result = m_builder.finish(m_state.style);
-    result.diagnostics = std::move(m_diagnostics);
-    return result;
+    return finish();
 }
 
 } // namespace

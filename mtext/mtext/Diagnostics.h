@@ -7,7 +7,9 @@
 
 namespace mtext {
 
-/// What a content string asked for and did not get, or got only in part.
+/// What a content string asked for and did not get, or got only in part. A code
+/// that changes nothing is not among them: one that no text follows, or whose
+/// text would look the same with it.
 /// The text itself is never lost: each of these concerns its appearance, or
 /// says that characters which look like a code were kept as text.
 enum class DiagnosticCode : std::uint8_t {
@@ -15,14 +17,14 @@ enum class DiagnosticCode : std::uint8_t {
     Overline,             ///< `\O`, `%%o`: the text is set without the line above it.
     Strikethrough,        ///< `\K`, `%%k`: the text is set without the line through it.
     StackedText,          ///< `\S`: a fraction or tolerance stands in one line, as `1/2`.
-    InlineAlignment,      ///< `\A`: small text keeps the baseline of its line.
+    InlineAlignment,      ///< `\A`: small text keeps the baseline of its line; where the paragraph's heights differ.
     ObliqueAngle,         ///< `\Q`: the text is set upright.
     Tracking,             ///< `\T`: the characters keep their natural distance.
     WidthFactor,          ///< `\W`: the characters keep their natural width.
     ColumnBreak,          ///< `\N`: a new column became a new paragraph.
     DimensionLineBreak,   ///< `\X`: the place of the dimension line became a new paragraph.
     ParagraphIndent,      ///< `\pi`, `\pl`, `\pr`: see ParagraphFormat.
-    TabStops,             ///< `\pt`: see ParagraphFormat.
+    TabStops,             ///< `\pt`: tabs stand at even stops instead of these; see ParagraphFormat.
     ParagraphSpacing,     ///< `\pb`, `\pa`, `\ps`: see ParagraphFormat.
     DistributedAlignment, ///< `\pqd`: the paragraph is justified, its last line is not spread.
     BigFont,              ///< `\Fa.shx,b.shx`: the second font was not asked for.

@@ -44,6 +44,7 @@ public:
 
     /// What holds for the current paragraph from now on.
     void setParagraph(const ParagraphState& state) { m_paragraph = state; }
+    const ParagraphState& paragraph() const { return m_paragraph; }
 
     /// Ends the current paragraph. `style` is that of an empty line, `next`
     /// what the new paragraph begins with.

@@ -15,9 +15,10 @@ using Alignment = render::eRichTextParagraphAlignment;
 
 class ParagraphCodeReader {
 public:
-    ParagraphCodeReader(std::wstring_view argument, const Defaults& defaults, ParagraphState& state,
-                        std::vector<ParagraphFinding>& findings)
-        : m_cursor(argument), m_defaults(defaults), m_state(state), m_findings(findings) {}
+    ParagraphCodeReader(std::wstring_view argument, std::size_t position, const Defaults& defaults,
+                        ParagraphState& state, UnmetCodes& unmet, std::vector<ParagraphFinding>& findings)
+        : m_cursor(argument), m_position(position), m_defaults(defaults), m_state(state), m_unmet(unmet),
+          m_findings(findings) {}
 
     void read() {
         while (!m_cursor.atEnd()) {
@@ -28,6 +29,11 @@ public:
 private:
     void report(DiagnosticCode code, std::size_t start) {
         m_findings.push_back({start, m_cursor.position() - start, code});
+    }
+
+    // The property has, from here on, a value that cannot be laid out, or has none.
+    void hold(ParagraphProperty property, bool unmet, DiagnosticCode code, std::size_t start) {
+        m_state.codes[property] = unmet ? m_unmet.add(code, m_position + start, m_cursor.position() - start) : 0;
     }
 
     float inDrawingUnits(float capHeights) const {
@@ -43,16 +49,15 @@ private:
         return m_cursor.readNumber().value_or(0.0F);
     }
 
-    void readLength(float& length, DiagnosticCode code, std::size_t start) {
+    void readLength(float& length, ParagraphProperty property, DiagnosticCode code, std::size_t start) {
         length = inDrawingUnits(readValue());
-        if (length != 0.0F) {
-            report(code, start);
-        }
+        hold(property, length != 0.0F, code, start);
     }
 
     void readAlignment(std::size_t start) {
         const std::optional<wchar_t> letter = m_cursor.peek();
         m_state.alignment = m_defaults.alignment;
+        m_state.codes[ParagraphProperty::Distribution] = 0;
         if (!letter || *letter == L',') {
             return;
         }
@@ -74,7 +79,7 @@ private:
             break;
         case L'd':
             m_state.alignment = Alignment::Justify;
-            report(DiagnosticCode::DistributedAlignment, start);
+            hold(ParagraphProperty::Distribution, true, DiagnosticCode::DistributedAlignment, start);
             break;
         default:
             report(DiagnosticCode::UnknownParagraphCode, start);
@@ -96,10 +101,11 @@ private:
         if (format.lineSpacingKind == LineSpacingKind::Default || value <= 0.0F) {
             format.lineSpacingKind = LineSpacingKind::Default;
             format.lineSpacing = 0.0F;
+            m_state.codes[ParagraphProperty::LineSpacing] = 0;
             return;
         }
         format.lineSpacing = format.lineSpacingKind == LineSpacingKind::Multiple ? value : inDrawingUnits(value);
-        report(DiagnosticCode::ParagraphSpacing, start);
+        hold(ParagraphProperty::LineSpacing, true, DiagnosticCode::ParagraphSpacing, start);
     }
 
     bool readTabStop() {
@@ -126,6 +132,7 @@ private:
 
     void readTabStops(std::size_t start) {
         m_state.format.tabStops.clear();
+        m_state.codes[ParagraphProperty::TabStops] = 0;
         if (m_cursor.skip(L'*') || m_cursor.skip(L'z')) {
             return;
         }
@@ -135,9 +142,7 @@ private:
                 m_cursor = ahead;
             }
         }
-        if (!m_state.format.tabStops.empty()) {
-            report(DiagnosticCode::TabStops, start);
-        }
+        hold(ParagraphProperty::TabStops, !m_state.format.tabStops.empty(), DiagnosticCode::TabStops, start);
     }
 
     void readProperty() {
@@ -150,19 +155,20 @@ private:
         case L'x': // Marks properties as the paragraph's own.
             break;
         case L'i':
-            readLength(format.firstLineIndent, DiagnosticCode::ParagraphIndent, start);
+            readLength(format.firstLineIndent, ParagraphProperty::FirstLineIndent, DiagnosticCode::ParagraphIndent,
+                       start);
             break;
         case L'l':
-            readLength(format.leftIndent, DiagnosticCode::ParagraphIndent, start);
+            readLength(format.leftIndent, ParagraphProperty::LeftIndent, DiagnosticCode::ParagraphIndent, start);
             break;
         case L'r':
-            readLength(format.rightIndent, DiagnosticCode::ParagraphIndent, start);
+            readLength(format.rightIndent, ParagraphProperty::RightIndent, DiagnosticCode::ParagraphIndent, start);
             break;
         case L'b':
-            readLength(format.spaceBefore, DiagnosticCode::ParagraphSpacing, start);
+            readLength(format.spaceBefore, ParagraphProperty::SpaceBefore, DiagnosticCode::ParagraphSpacing, start);
             break;
         case L'a':
-            readLength(format.spaceAfter, DiagnosticCode::ParagraphSpacing, start);
+            readLength(format.spaceAfter, ParagraphProperty::SpaceAfter, DiagnosticCode::ParagraphSpacing, start);
             break;
         case L'q':
             readAlignment(start);
@@ -187,8 +193,10 @@ private:
     }
 
     ContentCursor m_cursor;
+    std::size_t m_position;
     const Defaults& m_defaults;
     ParagraphState& m_state;
+    UnmetCodes& m_unmet;
     std::vector<ParagraphFinding>& m_findings;
 };
 
@@ -218,9 +226,9 @@ std::optional<float> evenTabStopWidth(const std::vector<TabStop>& tabStops) {
     return width;
 }
 
-void applyParagraphCode(std::wstring_view argument, const Defaults& defaults, ParagraphState& state,
-                        std::vector<ParagraphFinding>& findings) {
-    ParagraphCodeReader(argument, defaults, state, findings).read();
+void applyParagraphCode(std::wstring_view argument, std::size_t position, const Defaults& defaults,
+                        ParagraphState& state, UnmetCodes& unmet, std::vector<ParagraphFinding>& findings) {
+    ParagraphCodeReader(argument, position, defaults, state, unmet, findings).read();
 }
 
 } // namespace mtext

@@ -7,6 +7,7 @@
 
 #include <mtext/Diagnostics.h>
 #include <mtext/MText.h>
+#include <mtext/UnmetCodes.h>
 
 namespace mtext {
 
@@ -14,20 +15,22 @@ namespace mtext {
 struct ParagraphState {
     render::eRichTextParagraphAlignment alignment = render::eRichTextParagraphAlignment::Default;
     ParagraphFormat format;
+    ParagraphCodes codes; ///< Of what cannot be laid out.
 };
 
-/// A place in a code's argument that is reported.
+/// A place in a code's argument that means nothing.
 struct ParagraphFinding {
     std::size_t offset = 0;
     std::size_t length = 0;
     DiagnosticCode code = DiagnosticCode::UnknownParagraphCode;
 };
 
-/// Applies what stands between `\p` and the semicolon to `state`. Numbers count
-/// the cap heights of `defaults`, a `*` returns to its alignment. Appends to
-/// `findings` what means nothing or cannot be laid out, in reading order.
-void applyParagraphCode(std::wstring_view argument, const Defaults& defaults, ParagraphState& state,
-                        std::vector<ParagraphFinding>& findings);
+/// Applies what stands between `\p` and the semicolon, `position` units into the
+/// content, to `state`. Numbers count the cap heights of `defaults`, a `*` returns
+/// to its alignment. Adds to `unmet` what cannot be laid out, and appends to
+/// `findings` what means nothing, in reading order.
+void applyParagraphCode(std::wstring_view argument, std::size_t position, const Defaults& defaults,
+                        ParagraphState& state, UnmetCodes& unmet, std::vector<ParagraphFinding>& findings);
 
 /// Whether `argument` can be that of a `\p` code at all: letters, numbers and
 /// commas. Text that only happens to stand behind `\p` is told from it by this.

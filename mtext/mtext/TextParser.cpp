@@ -1,7 +1,5 @@
 #include <mtext/MText.h>
 
-#include <utility>
-
 #include <mtext/TextReader.h>
 
 namespace mtext {
@@ -22,13 +20,11 @@ public:
                 readPlainText(L"%^\\");
             }
         }
-        Result result = m_builder.finish(m_state.style);
-        result.diagnostics = std::move(m_diagnostics);
-        return result;
+        return finish();
     }
 
 private:
-    void onLineBreak() override { m_builder.append(L" ", m_state.style); }
+    void onLineBreak() override { append(L" "); }
 };
 
 } // namespace

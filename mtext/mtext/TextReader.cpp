@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace mtext {
 
@@ -39,7 +40,7 @@ void TextReader::appendText(std::wstring_view text, std::size_t start) {
     while (!text.empty()) {
         const auto control = std::find_if(text.begin(), text.end(), isControl);
         const auto plain = static_cast<std::size_t>(control - text.begin());
-        m_builder.append(text.substr(0, plain), m_state.style);
+        append(text.substr(0, plain));
         text.remove_prefix(plain);
         if (text.empty()) {
             return;
@@ -47,10 +48,10 @@ void TextReader::appendText(std::wstring_view text, std::size_t start) {
         if (text.front() == L'\n') {
             onLineBreak();
         } else if (text.front() == L'\t') {
-            m_builder.append(L"\t", m_state.style);
+            append(L"\t");
         } else if (text.front() != L'\r') {
             // It may have kept words apart.
-            m_builder.append(L" ", m_state.style);
+            append(L" ");
             report(DiagnosticCode::ControlCharacter, start);
         }
         text.remove_prefix(1);
@@ -69,10 +70,10 @@ bool TextReader::readSpecial() {
         m_state.style.fontStyle.underline = !m_state.style.fontStyle.underline;
         break;
     case SpecialAction::ToggleOverline:
-        setOverline(!m_state.overline, start);
+        setOverline(m_state.codes[CharacterProperty::Overline] == 0, start);
         break;
     case SpecialAction::ToggleStrikethrough:
-        setStrikethrough(!m_state.strikethrough, start);
+        setStrikethrough(m_state.codes[CharacterProperty::Strikethrough] == 0, start);
         break;
     case SpecialAction::Text:
         appendText(special->text, start);
@@ -96,17 +97,36 @@ void TextReader::readPlainText(std::wstring_view stops) {
 }
 
 void TextReader::setOverline(bool on, std::size_t start) {
-    if (on && !m_state.overline) {
-        report(DiagnosticCode::Overline, start);
+    if (!on || m_state.codes[CharacterProperty::Overline] == 0) {
+        hold(CharacterProperty::Overline, on, DiagnosticCode::Overline, start);
     }
-    m_state.overline = on;
 }
 
 void TextReader::setStrikethrough(bool on, std::size_t start) {
-    if (on && !m_state.strikethrough) {
-        report(DiagnosticCode::Strikethrough, start);
+    if (!on || m_state.codes[CharacterProperty::Strikethrough] == 0) {
+        hold(CharacterProperty::Strikethrough, on, DiagnosticCode::Strikethrough, start);
     }
-    m_state.strikethrough = on;
+}
+
+void TextReader::hold(CharacterProperty property, bool unmet, DiagnosticCode code, std::size_t start) {
+    m_state.codes[property] = unmet ? m_unmet.add(code, start, m_cursor.position() - start) : 0;
+}
+
+void TextReader::append(std::wstring_view text) {
+    m_unmet.note(text, m_state.style.capSize, m_state.codes);
+    m_builder.append(text, m_state.style);
+}
+
+Result TextReader::finish() {
+    m_unmet.endParagraph(m_builder.paragraph().codes);
+    Result result = m_builder.finish(m_state.style);
+    m_unmet.endContent(result.formats, result.document.tabStopWidth);
+    m_unmet.forEach(
+        [this](DiagnosticCode code, std::size_t position, std::size_t length) { report(code, position, length); });
+    std::stable_sort(m_diagnostics.begin(), m_diagnostics.end(),
+                     [](const Diagnostic& left, const Diagnostic& right) { return left.position < right.position; });
+    result.diagnostics = std::move(m_diagnostics);
+    return result;
 }
 
 } // namespace mtext

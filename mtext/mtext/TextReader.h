@@ -9,6 +9,7 @@
 #include <mtext/DocumentBuilder.h>
 #include <mtext/MText.h>
 #include <mtext/SpecialCharacters.h>
+#include <mtext/UnmetCodes.h>
 
 namespace mtext {
 
@@ -26,8 +27,7 @@ protected:
         TextStyle style;
         unsigned codePage = 0;
         bool shapeFont = false;
-        bool overline = false;
-        bool strikethrough = false;
+        CharacterCodes codes;
         std::uint32_t paragraph = 0;
     };
 
@@ -54,6 +54,16 @@ protected:
     void setOverline(bool on, std::size_t start);
     void setStrikethrough(bool on, std::size_t start);
 
+    /// The code from `start` to the current place sets a property that the document
+    /// has no room for; not `unmet`: to what text has anyway.
+    void hold(CharacterProperty property, bool unmet, DiagnosticCode code, std::size_t start);
+
+    /// Adds text to the current paragraph as it is.
+    void append(std::wstring_view text);
+
+    /// Ends the last paragraph and gives everything that was read.
+    Result finish();
+
     CharacterContext characterContext() const { return {m_defaults.decodeBytes, m_state.codePage, m_state.shapeFont}; }
 
     const Defaults& m_defaults;
@@ -61,6 +71,7 @@ protected:
     ContentCursor m_cursor;
     DocumentBuilder m_builder;
     State m_state;
+    UnmetCodes m_unmet;
     std::vector<Diagnostic> m_diagnostics;
 };
 

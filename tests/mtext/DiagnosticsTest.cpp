@@ -38,7 +38,7 @@ TEST(Diagnostics, StandInTheOrderOfTheContent) {
     const Result result = parse(L"{a\\Q1;{b}}}c{", sampleDefaults());
     EXPECT_EQ(codes(result), (std::vector{DiagnosticCode::ObliqueAngle, DiagnosticCode::UnopenedGroup,
                                           DiagnosticCode::UnclosedGroup}));
-    const Result unclosed = parse(L"{a\\Q1;", sampleDefaults());
+    const Result unclosed = parse(L"{\\Q1;a", sampleDefaults());
     EXPECT_EQ(codes(unclosed), (std::vector{DiagnosticCode::UnclosedGroup, DiagnosticCode::ObliqueAngle}));
 }
 

@@ -104,17 +104,16 @@ TEST_P(Unsupported, IsReportedAndItsTextStays) {
 
 INSTANTIATE_TEST_SUITE_P(
     Codes, Unsupported,
-    ::testing::Values(UnsupportedCase{L"\\A1;x", {InlineAlignment}}, UnsupportedCase{L"\\A2;x", {InlineAlignment}},
-                      UnsupportedCase{L"\\A0;x", {}}, UnsupportedCase{L"\\Ax", {MalformedCode}},
-                      UnsupportedCase{L"\\Q15;\\Q15;x", {ObliqueAngle, ObliqueAngle}}, UnsupportedCase{L"\\Q0;x", {}},
-                      UnsupportedCase{L"\\Q-15.5;x", {ObliqueAngle}}, UnsupportedCase{L"\\T1.5;x", {Tracking}},
-                      UnsupportedCase{L"\\T1;x", {}}, UnsupportedCase{L"\\T;x", {MalformedCode}},
-                      UnsupportedCase{L"\\W0.8;x", {WidthFactor}}, UnsupportedCase{L"\\W0.8x;x", {WidthFactor}},
-                      UnsupportedCase{L"\\W1.0;x", {}}, UnsupportedCase{L"\\Ox\\o", {Overline}},
-                      UnsupportedCase{L"\\Kx\\k", {Strikethrough}}, UnsupportedCase{L"%%ox%%o", {Overline}},
-                      UnsupportedCase{L"%%kx%%k", {Strikethrough}}, UnsupportedCase{L"\\O\\Ox", {Overline}},
+    ::testing::Values(UnsupportedCase{L"\\Ax", {MalformedCode}}, UnsupportedCase{L"\\Q15;\\Q15;x", {ObliqueAngle}},
+                      UnsupportedCase{L"\\Q0;x", {}}, UnsupportedCase{L"\\Q-15.5;x", {ObliqueAngle}},
+                      UnsupportedCase{L"\\T1.5;x", {Tracking}}, UnsupportedCase{L"\\T1;x", {}},
+                      UnsupportedCase{L"\\T;x", {MalformedCode}}, UnsupportedCase{L"\\W0.8;x", {WidthFactor}},
+                      UnsupportedCase{L"\\W0.8x;x", {WidthFactor}}, UnsupportedCase{L"\\W1.0;x", {}},
+                      UnsupportedCase{L"\\Ox\\o", {Overline}}, UnsupportedCase{L"\\Kx\\k", {Strikethrough}},
+                      UnsupportedCase{L"%%ox%%o", {Overline}}, UnsupportedCase{L"%%kx%%k", {Strikethrough}},
+                      UnsupportedCase{L"\\O\\Ox", {Overline}},
                       // Closing what nothing opened is harmless.
-                      UnsupportedCase{L"\\o\\l\\kx", {}}, UnsupportedCase{L"{\\O}\\Ox", {Overline, Overline}}));
+                      UnsupportedCase{L"\\o\\l\\kx", {}}, UnsupportedCase{L"{\\O}\\Ox", {Overline}}));
 
 TEST(DimensionLineCode, BecomesAParagraph) {
     const Result result = parse(L"above\\Xbelow", sampleDefaults());

@@ -105,7 +105,6 @@ TEST(TabStopCode, ListsPositionsOfThreeKinds) {
     EXPECT_EQ(format.tabStops[1].kind, TabStopKind::Center);
     EXPECT_EQ(format.tabStops[2].kind, TabStopKind::Right);
     EXPECT_EQ(format.tabStops[3].kind, TabStopKind::Left);
-    EXPECT_EQ(codes(parse(L"\\pt4,8;a", sampleDefaults())), std::vector{TabStops});
 }
 
 TEST(TabStopCode, OtherPropertiesMayFollow) {

@@ -55,8 +55,7 @@ TEST(RealContent, StylesShownSideBySide) {
               L"{\\W0.7;narrow}\\P{\\Q15;slanted}\\P{\\T1.5;spaced}",
               sampleDefaults());
     EXPECT_EQ(plainText(result.document), L"overstrike: test\nstrike: test\nX\nwidth: wide narrow\nslanted\nspaced");
-    EXPECT_EQ(codes(result), (std::vector{InlineAlignment, Overline, Strikethrough, WidthFactor, WidthFactor,
-                                          ObliqueAngle, Tracking}));
+    EXPECT_EQ(codes(result), (std::vector{Overline, Strikethrough, WidthFactor, WidthFactor, ObliqueAngle, Tracking}));
 }
 
 } // namespace

@@ -23,7 +23,7 @@ INSTANTIATE_TEST_SUITE_P(
         ReadingCase{L"\\S+0.1^-0.2;x", L"+0.1/-0.2x", {StackedText}}, ReadingCase{L"m\\S2^ ;", L"m2", {StackedText}},
         ReadingCase{L"m\\S2^;", L"m2", {StackedText}}, ReadingCase{L"H\\S^ 2;O", L"H2O", {StackedText}},
         ReadingCase{L"H\\S^2;O", L"H2O", {StackedText}}, ReadingCase{L"\\S12;x", L"12x", {StackedText}},
-        ReadingCase{L"\\S;x", L"x", {StackedText}}, ReadingCase{L"\\S/2;x", L"/2x", {StackedText}},
+        ReadingCase{L"\\S;x", L"x", {}}, ReadingCase{L"\\S/2;x", L"/2x", {StackedText}},
         ReadingCase{L"\\S1/2/3;x", L"1/2/3x", {StackedText}}, ReadingCase{L"\\S1\\/2#3;x", L"1/2/3x", {StackedText}},
         ReadingCase{L"\\S1\\;/2;x", L"1;/2x", {StackedText}}, ReadingCase{L"\\S1 / 2;x", L"1 / 2x", {StackedText}},
         ReadingCase{L"\\S\\{1\\}/\\\\;", L"{1}/\\", {StackedText}},
