@@ -13,7 +13,7 @@ using Program = ProgramTest;
 TEST_F(Program, SaysHowItIsUsedWithoutArguments) {
     const Outcome outcome = run("");
     EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_NE(outcome.err.find("subcommand is required"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.err.find("a command is missing"), std::string::npos) << outcome.err;
 }
 
 TEST_F(Program, HelpSucceeds) {

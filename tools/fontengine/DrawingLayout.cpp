@@ -1,9 +1,9 @@
 #include "DrawingLayout.h"
 
 #include <algorithm>
+#include <new>
 
-#include <Common/Violations.h>
-
+#include "Failure.h"
 #include "InputError.h"
 #include "Progress.h"
 
@@ -70,10 +70,10 @@ void layOutOne(Session& session, LaidOutDrawing& result, const dxf::PlacedText& 
         result.texts.push_back(std::move(text));
         result.placed.push_back(placed);
         result.diagnostics.push_back(std::move(document.diagnostics));
-    } catch (const std::exception& failure) {
-        result.failures.push_back(nameOf(*placed.text) + ": " + failure.what());
-    } catch (const common::EAssertionViolation& violation) {
-        result.failures.push_back(nameOf(*placed.text) + ": " + violation.message.c_str());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (...) {
+        result.failures.push_back(nameOf(*placed.text) + ": " + describeFailure());
     }
 }
 

@@ -1,10 +1,10 @@
 #include "Exploder.h"
 
 #include <cmath>
+#include <new>
 #include <utility>
 
-#include <Common/Violations.h>
-
+#include "Failure.h"
 #include "FilledAreas.h"
 #include "TextDocument.h"
 
@@ -159,11 +159,10 @@ void Exploder::replace(const dxf::TextEntity& text, dxf::EntityWriter& writer) {
     Pieces pieces;
     try {
         pieces = explode(text);
-    } catch (const std::exception& failure) {
-        m_failures.push_back("text at line " + std::to_string(text.line) + ": " + failure.what());
-        return;
-    } catch (const common::EAssertionViolation& violation) {
-        m_failures.push_back("text at line " + std::to_string(text.line) + ": " + violation.message.c_str());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (...) {
+        m_failures.push_back("text at line " + std::to_string(text.line) + ": " + describeFailure());
         return;
     }
     if (pieces.texts.empty() && pieces.areas.empty()) {

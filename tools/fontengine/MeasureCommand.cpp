@@ -1,8 +1,11 @@
 #include "MeasureCommand.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <iostream>
 #include <optional>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -15,8 +18,9 @@ namespace tool {
 namespace {
 
 struct Measured {
-    std::wstring family; // of the font found for the family asked for
+    std::wstring family; // whose numbers these are
     bool installed = false;
+    std::vector<std::wstring> drawnBy; // families, in the order of the text
     MbRect box;
     MbRect ink;
     double baseline = 0.0;
@@ -24,19 +28,33 @@ struct Measured {
     fonts::SFontMetrics metrics;
 };
 
+std::vector<std::wstring> familiesThatDraw(fonts::IFontEngine& engine, const render::SRichTextToken& token) {
+    std::vector<std::wstring> families;
+    for (const render::SRichTextToken& run : engine.splitTokenByFallbackFonts(token)) {
+        if (std::find(families.begin(), families.end(), run.fontFamily) == families.end()) {
+            families.push_back(run.fontFamily);
+        }
+    }
+    return families;
+}
+
 Measured measure(Session& session, const MeasureOptions& options) {
     const std::wstring text = common::wideFromUtf8(options.text);
-    const std::wstring family = common::wideFromUtf8(options.font);
+    const std::wstring requested = common::wideFromUtf8(options.font);
+    const std::wstring family = session.fontMap().familyFor(requested);
     const auto capSize = static_cast<float>(options.capSize);
     const render::SRichTextFontStyle style{options.bold, options.italic, false};
 
     Measured measured;
-    fonts::IFont* font =
-        session.engine().getFont(family, fonts::weightFromBool(options.bold), fonts::styleFromBool(options.italic));
-    measured.installed = font != session.engine().getFallbackFont();
-    measured.family = font->fontFamily().c_str();
+    measured.installed = session.fontMap().replacements().empty();
+    measured.drawnBy = familiesThatDraw(session.engine(), {text, family, capSize, {}, style});
+    const bool drawsItself =
+        measured.drawnBy.empty() || std::ranges::find(measured.drawnBy, family) != measured.drawnBy.end();
+    measured.family = drawsItself ? family : measured.drawnBy.front();
+    fonts::IFont* font = session.engine().getFont(measured.family, fonts::weightFromBool(options.bold),
+                                                  fonts::styleFromBool(options.italic));
     measured.emSize = font->capitalLetterSizeToFontSize(options.capSize);
-    measured.metrics = session.metrics().getFontMetrics(family, options.capSize, options.italic, options.bold);
+    measured.metrics = session.metrics().getFontMetrics(measured.family, options.capSize, options.italic, options.bold);
     measured.box = session.metrics().getTextRect(text, family, capSize, style);
     measured.ink = session.metrics().getTextGeometryRect(text, family, capSize, std::nullopt, style);
     measured.baseline = session.metrics().getTextBaseline(text, family, capSize, std::nullopt, style);
@@ -56,6 +74,10 @@ void printJson(const MeasureOptions& options, const Measured& measured) {
     json["requestedFont"] = options.font;
     json["family"] = common::utf8FromWide(measured.family);
     json["installed"] = measured.installed;
+    json["drawnBy"] = nlohmann::ordered_json::array();
+    for (const std::wstring& family : measured.drawnBy) {
+        json["drawnBy"].push_back(common::utf8FromWide(family));
+    }
     json["capSize"] = options.capSize;
     json["emSize"] = measured.emSize;
     json["box"] = toJson(measured.box);
@@ -68,31 +90,52 @@ void printJson(const MeasureOptions& options, const Measured& measured) {
     std::cout << json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
 }
 
+// As many digits as the library's lengths have, and no zero with a sign.
+std::string number(double value) {
+    std::array<char, 32> digits{};
+    std::snprintf(digits.data(), digits.size(), "%.7g", value == 0.0 ? 0.0 : value);
+    return digits.data();
+}
+
 void printRect(const char* name, const MbRect& rect) {
     if (rect.isEmpty()) {
-        std::printf("%-9s none\n", name);
+        std::cout << name << "none\n";
         return;
     }
-    std::printf("%-9s x %.4f to %.4f, y %.4f to %.4f (%.4f wide, %.4f high)\n", name, rect.xmin, rect.xmax, rect.ymin,
-                rect.ymax, rect.xmax - rect.xmin, rect.ymax - rect.ymin);
+    std::cout << name << "x " << number(rect.xmin) << " to " << number(rect.xmax) << ", y " << number(rect.ymin)
+              << " to " << number(rect.ymax) << " (" << number(rect.xmax - rect.xmin) << " wide, "
+              << number(rect.ymax - rect.ymin) << " high)\n";
 }
 
 void printText(const MeasureOptions& options, const Measured& measured) {
-    std::printf("font      %s%s, capitals %.4f, em %.4f\n", common::utf8FromWide(measured.family).c_str(),
-                measured.installed ? "" : (" (instead of " + options.font + ", which is not installed)").c_str(),
-                options.capSize, measured.emSize);
-    std::printf("metrics   ascent %.4f, descent %.4f, line gap %.4f, ascent above capitals %.4f\n",
-                measured.metrics.ascent, measured.metrics.descent, measured.metrics.lineGap,
-                measured.metrics.capitalTopToAscent);
-    printRect("box", measured.box);
-    printRect("ink", measured.ink);
-    std::printf("baseline  y %.4f\n", measured.baseline);
+    const fonts::SFontMetrics& metrics = measured.metrics;
+    std::cout << "font      " << common::utf8FromWide(measured.family);
+    if (!measured.installed) {
+        std::cout << " (instead of " << options.font << ", which is not installed)";
+    } else if (common::utf8FromWide(measured.family) != options.font) {
+        std::cout << " (draws the text of " << options.font << ')';
+    }
+    std::cout << ", capitals " << number(options.capSize) << ", em " << number(measured.emSize) << '\n';
+    for (const std::wstring& family : measured.drawnBy) {
+        if (family != measured.family) {
+            std::cout << "          some characters come from " << common::utf8FromWide(family) << '\n';
+        }
+    }
+    std::cout << "metrics   ascent " << number(metrics.ascent) << ", descent " << number(metrics.descent)
+              << ", line gap " << number(metrics.lineGap) << ", ascent above capitals "
+              << number(metrics.capitalTopToAscent) << '\n';
+    printRect("box       ", measured.box);
+    printRect("ink       ", measured.ink);
+    std::cout << "baseline  y " << number(measured.baseline) << '\n';
 }
 
 } // namespace
 
 ExitCode runMeasure(const MeasureOptions& options) {
     Session session;
+    if (options.fontMap) {
+        session.fontMap().load(*options.fontMap);
+    }
     const Measured measured = measure(session, options);
     if (options.json) {
         printJson(options, measured);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "InputError.h"
@@ -10,12 +11,14 @@ struct MeasureOptions {
     std::string text; // UTF-8
     std::string font = "DejaVu Sans";
     double capSize = 1.0;
+    std::optional<std::string> fontMap;
     bool bold = false;
     bool italic = false;
     bool json = false;
 };
 
-// Prints the boxes, the baseline and the font's metrics of one line of text.
+// Prints the boxes, the baseline and the metrics of the font of one line of text,
+// and which families draw it. Fonts are replaced as in drawings.
 ExitCode runMeasure(const MeasureOptions& options);
 
 } // namespace tool

@@ -19,10 +19,9 @@ protected:
 } // namespace
 
 void requirePrinted() {
-    std::cout.flush();
+    // std::cout has no buffer of its own beside that of stdout.
     errno = 0;
-    const bool flushed = std::fflush(stdout) == 0;
-    if (!flushed || std::ferror(stdout) != 0 || !std::cout) {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !std::cout) {
         throw unwritable(standardStreamName, {errno == 0 ? EIO : errno, std::generic_category()});
     }
 }
