@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -31,8 +32,9 @@ class ProgramTest : public testing::Test {
 protected:
     void SetUp() override {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        m_folder = std::filesystem::temp_directory_path() /
-                   ("fontengine-" + std::string(test->test_suite_name()) + "-" + test->name());
+        std::string name = std::string(test->test_suite_name()) + "-" + test->name();
+        std::replace(name.begin(), name.end(), '/', '-'); // of suites with parameters
+        m_folder = std::filesystem::temp_directory_path() / ("fontengine-" + name);
         std::filesystem::remove_all(m_folder);
         std::filesystem::create_directories(m_folder);
     }
@@ -48,9 +50,14 @@ protected:
 
     /// Runs the program with these arguments, paths quoted by the caller.
     [[nodiscard]] Outcome run(const std::string& arguments) const {
+        return runInShell("\"" FONTENGINE_PROGRAM "\" " + arguments);
+    }
+
+    /// Runs a command line of the shell in the test's folder.
+    [[nodiscard]] Outcome runInShell(const std::string& line) const {
         const std::string out = path("stdout.txt");
         const std::string err = path("stderr.txt");
-        const std::string command = "\"" FONTENGINE_PROGRAM "\" " + arguments + " >\"" + out + "\" 2>\"" + err + "\"";
+        const std::string command = "cd \"" + path("") + "\" && (" + line + ") >\"" + out + "\" 2>\"" + err + "\"";
         const int status = std::system(command.c_str());
         Outcome outcome;
         // Where the shell's answer is a wait status, the exit code is its second byte.

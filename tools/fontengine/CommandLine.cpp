@@ -63,7 +63,7 @@ std::string refuseSize(const std::string& word) {
 }
 
 void addQuiet(CLI::App* command, Call& call) {
-    command->add_flag("--quiet", call.quiet, "Say nothing but what went wrong");
+    command->add_flag("--quiet", call.quiet, "Print no summary");
 }
 
 void addLayout(CLI::App& app, Call& call) {

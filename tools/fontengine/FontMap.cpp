@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cwctype>
-#include <fstream>
 #include <iostream>
 #include <string_view>
 
 #include <nlohmann/json.hpp>
 
 #include "InputError.h"
+#include "InputFile.h"
 
 #include <Common/Utf.h>
 
@@ -107,7 +107,8 @@ std::vector<std::wstring> familiesOf(const nlohmann::json& value, const std::str
             families.push_back(common::wideFromUtf8(family.get<std::string>()));
         }
     } else {
-        throw InputError(path + ": the entry \"" + name + "\" must be a family name or a list of family names");
+        throw InputError(inputName(path) + ": the entry \"" + name +
+                         "\" must be a family name or a list of family names");
     }
     return families;
 }
@@ -127,13 +128,11 @@ FontMap::FontMap(fonts::IFontEngine& engine) : m_engine(engine) {
 }
 
 void FontMap::load(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw InputError(path + ": cannot be opened; give the path of a JSON file with --font-map");
-    }
-    const nlohmann::json table = nlohmann::json::parse(file, nullptr, false);
+    InputFile file(path, InputFile::Readings::One);
+    const nlohmann::json table = nlohmann::json::parse(file.stream(), nullptr, false);
+    file.requireRead();
     if (!table.is_object()) {
-        throw InputError(path + R"(: is not a font map; write {"romans.shx": "DejaVu Sans", ...})");
+        throw InputError(inputName(path) + R"(: is not a font map; write {"romans.shx": "DejaVu Sans", ...})");
     }
     for (const auto& [name, value] : table.items()) {
         m_userRows[keyOf(common::wideFromUtf8(name))] = familiesOf(value, name, path);
