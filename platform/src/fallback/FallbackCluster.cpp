@@ -41,6 +41,12 @@ void dropRiders(Characters& characters) {
     characters.erase(std::remove_if(characters.begin(), characters.end(), isRider), characters.end());
 }
 
+/// Hangul fillers stand for a letter that is not there: fonts have them as blanks of its width, and shapers draw them,
+/// although Unicode counts them among what may be ignored.
+constexpr bool isHangulFiller(char32_t c) {
+    return c == 0x115F || c == 0x1160 || c == 0x3164 || c == 0xFFA0;
+}
+
 } // namespace
 
 bool isRider(char32_t character) {
@@ -51,7 +57,7 @@ bool isRider(char32_t character) {
     case U_PARAGRAPH_SEPARATOR:
         return true;
     default:
-        return u_hasBinaryProperty(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0;
+        return u_hasBinaryProperty(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0 && !isHangulFiller(character);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <unicode/utf16.h>
 
+#include "fallback/DrawingSymbols.h"
 #include "fallback/FallbackCluster.h"
 #include "fallback/NearbyLetters.h"
 #include "fallback/SimpleCharacters.h"
@@ -14,6 +15,7 @@
 #include "fonts/FontFace.h"
 #include "fonts/FontFamily.h"
 #include "layout/Graphemes.h"
+#include "layout/ScriptRuns.h"
 
 namespace platform {
 
@@ -24,8 +26,8 @@ template <typename GetOrder>
 class StretchFinder {
 public:
     StretchFinder(std::u16string_view text, std::size_t position, std::size_t end, CFont* base, GetOrder getOrder)
-        : m_text(text), m_start(position), m_end(end), m_at(position), m_base(base), m_getOrder(std::move(getOrder)),
-          m_graphemes(text), m_nearby(text, base) {}
+        : m_text(text), m_start(position), m_end(end), m_at(position), m_seen(position), m_base(base),
+          m_getOrder(std::move(getOrder)), m_graphemes(text), m_nearby(text, base) {}
 
     Mapping find() {
         while (m_at < m_end) {
@@ -142,8 +144,8 @@ private:
         if (m_base != nullptr && (covers(*m_base, needed) || (needed.size() > 1 && coversComposed(*m_base, cluster)))) {
             return m_base;
         }
-        if (std::all_of(needed.begin(), needed.end(), isCommon)) {
-            CFont* const neighbour = m_decided ? m_font : fontBeside(end);
+        if (std::all_of(needed.begin(), needed.end(), isCommon) && !isDrawingSymbol(needed.front())) {
+            CFont* const neighbour = drawsLetters() ? m_font : fontBeside(end);
             if (neighbour != nullptr && neighbour != m_base && covers(*neighbour, needed)) {
                 return neighbour;
             }
@@ -163,6 +165,18 @@ private:
         return !characters.empty() && covers(font, {characters.data(), characters.size()});
     }
 
+    /// Whether the stretch has a letter in the line that it has come to. What stands beside symbols only must not
+    /// follow them: it would change its font with them.
+    bool drawsLetters() {
+        while (m_seen < m_at) {
+            const char16_t unit = m_text[m_seen];
+            UChar32 c = 0;
+            U16_NEXT(m_text.data(), m_seen, m_at, c);
+            m_drawsLetters = !isNewline(unit) && (m_drawsLetters || !isCommon(static_cast<char32_t>(c)));
+        }
+        return m_drawsLetters;
+    }
+
     /// The fallback font of the letter before the cluster at hand, else of the one after it.
     CFont* fontBeside(std::size_t end) {
         CFont* const before = m_nearby.fontBefore(m_at, order());
@@ -173,6 +187,9 @@ private:
     const std::size_t m_start;
     const std::size_t m_end;
     std::size_t m_at;
+    // Up to where the stretch was searched for letters.
+    std::size_t m_seen;
+    bool m_drawsLetters = false;
     CFont* const m_base;
     GetOrder m_getOrder;
     std::shared_ptr<const FallbackOrder> m_order;

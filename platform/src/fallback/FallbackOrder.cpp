@@ -6,6 +6,7 @@
 #include <unicode/uchar.h>
 #include <unicode/uset.h>
 
+#include "fallback/DrawingSymbols.h"
 #include "fallback/FallbackCluster.h"
 #include "fallback/Locale.h"
 #include "fonts/Font.h"
@@ -60,6 +61,14 @@ CharSetPtr lettersOf(UScriptCode script) {
         }
     }
     return letters;
+}
+
+CharSetPtr drawingSymbolSet() {
+    CharSetPtr set(FcCharSetCreate());
+    for (const char32_t symbol : drawingSymbols) {
+        FcCharSetAddChar(set.get(), symbol);
+    }
+    return set;
 }
 
 std::size_t countIn(CFont& font, std::u32string_view characters) {
@@ -137,7 +146,26 @@ std::uint16_t FallbackOrder::placeIn(std::size_t entry, std::u32string_view char
     return covers(*candidate.listed.font, characters) ? placeOf(entry, true) : noPlace;
 }
 
+std::size_t FallbackOrder::entryOfDrawings() const {
+    const std::lock_guard lock(m_guard);
+    if (!m_entryOfDrawings) {
+        const CharSetPtr symbols = drawingSymbolSet();
+        const auto most =
+            std::max_element(m_entries.begin(), m_entries.end(), [&symbols](const Entry& left, const Entry& right) {
+                return FcCharSetIntersectCount(left.listed.coverage(), symbols.get()) <
+                       FcCharSetIntersectCount(right.listed.coverage(), symbols.get());
+            });
+        m_entryOfDrawings = static_cast<std::size_t>(std::distance(m_entries.begin(), most));
+    }
+    return *m_entryOfDrawings;
+}
+
 std::uint16_t FallbackOrder::find(std::u32string_view characters) const {
+    if (isDrawingSymbol(characters.front())) {
+        if (const std::uint16_t place = placeIn(entryOfDrawings(), characters); place != noPlace) {
+            return place;
+        }
+    }
     const UScriptCode script = scriptOfAll(characters);
     const Preference& preferred = preferenceFor(script);
     for (const bool wanted : {true, false}) {

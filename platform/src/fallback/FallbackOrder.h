@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -22,8 +23,9 @@ bool covers(CFont& font, std::u32string_view characters);
 ///
 /// A character goes to the first font that has it and is made for a language of its script, as Fontconfig knows fonts'
 /// languages, so that a script is not scattered over fonts that have a few of its letters for other reasons; else to
-/// the first that has it. Any number of threads may ask; asking again costs two loads. Takes at most 2.3 MB, once every
-/// code point of Unicode was asked.
+/// the first that has it. The symbols of drawings go to the font that has most of them, so that a callout is drawn in
+/// one font wherever its parts stand. Any number of threads may ask; asking again costs two loads. Takes at most 2.3
+/// MB, once every code point of Unicode was asked.
 class FallbackOrder {
 public:
     /// Fonts of the current Fontconfig configuration that `collection`, which outlives the order, has.
@@ -61,6 +63,8 @@ private:
     std::uint16_t bestPlaceFor(std::u32string_view characters) const;
     std::uint16_t placeIn(std::size_t entry, std::u32string_view characters) const;
     std::uint16_t find(std::u32string_view characters) const;
+    // The first of those that have most of the symbols of drawings.
+    std::size_t entryOfDrawings() const;
     const Preference& preferenceFor(UScriptCode script) const;
     Page& pageOf(char32_t character) const;
 
@@ -70,6 +74,7 @@ private:
     mutable std::array<std::atomic<Answer>, 256> m_scriptsOfOneFont{};
     // Guards what is below.
     mutable std::mutex m_guard;
+    mutable std::optional<std::size_t> m_entryOfDrawings;
     mutable std::unordered_map<int, Preference> m_preferences;
     mutable std::unordered_map<std::u32string, std::uint16_t> m_sequences;
     mutable std::unordered_map<std::u32string, std::uint16_t> m_sets;

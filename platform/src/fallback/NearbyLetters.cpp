@@ -9,14 +9,11 @@
 #include "fallback/FallbackOrder.h"
 #include "fonts/Font.h"
 #include "fonts/FontFace.h"
+#include "layout/ScriptRuns.h"
 
 namespace platform {
 
 namespace {
-
-constexpr bool endsLine(char16_t unit) {
-    return (unit >= 0x0A && unit <= 0x0D) || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
-}
 
 char32_t nextCharacter(std::u16string_view text, std::size_t& position, std::size_t end) {
     UChar32 c = 0;
@@ -35,9 +32,9 @@ void NearbyLetters::look(std::size_t position, const FallbackOrder& order) {
     const auto at = m_text.begin() + static_cast<std::ptrdiff_t>(position);
     const auto back = static_cast<std::ptrdiff_t>(std::min(position, reach));
     const auto ahead = static_cast<std::ptrdiff_t>(std::min(m_text.size() - position, reach));
-    const auto before = std::find_if(std::make_reverse_iterator(at), std::make_reverse_iterator(at - back), endsLine);
+    const auto before = std::find_if(std::make_reverse_iterator(at), std::make_reverse_iterator(at - back), isNewline);
     m_begin = static_cast<std::size_t>(before.base() - m_text.begin());
-    m_end = static_cast<std::size_t>(std::find_if(at, at + ahead, endsLine) - m_text.begin());
+    m_end = static_cast<std::size_t>(std::find_if(at, at + ahead, isNewline) - m_text.begin());
     U16_SET_CP_START(m_text.data(), 0, m_begin);
     U16_SET_CP_LIMIT(m_text.data(), 0, m_end, m_text.size());
     m_scripts.clear();
@@ -119,7 +116,7 @@ CFont* NearbyLetters::fontOfLetter(char32_t letter, std::size_t position, const 
 
 CFont* NearbyLetters::fontBefore(std::size_t position, const FallbackOrder& order) {
     const std::size_t limit = position - std::min(position, reach);
-    while (position > limit && !endsLine(m_text[position - 1])) {
+    while (position > limit && !isNewline(m_text[position - 1])) {
         UChar32 c = 0;
         U16_PREV(m_text.data(), 0, position, c);
         if (!isCommon(static_cast<char32_t>(c))) {
@@ -131,7 +128,7 @@ CFont* NearbyLetters::fontBefore(std::size_t position, const FallbackOrder& orde
 
 CFont* NearbyLetters::fontAfter(std::size_t position, const FallbackOrder& order) {
     const std::size_t limit = std::min(m_text.size(), position + reach);
-    while (position < limit && !endsLine(m_text[position])) {
+    while (position < limit && !isNewline(m_text[position])) {
         const std::size_t at = position;
         const char32_t c = nextCharacter(m_text, position, m_text.size());
         if (!isCommon(c)) {

@@ -10,6 +10,7 @@
 
 #include "fonts/FontFace.h"
 #include "layout/Graphemes.h"
+#include "layout/ScriptRuns.h"
 #include "layout/WordShaper.h"
 
 namespace platform {
@@ -82,7 +83,10 @@ public:
             }
             break;
         case ItemKind::Newline:
-            addEmpty(start, Cluster::Newline | Cluster::Whitespace | Cluster::Hanging);
+            for (UINT32 position = start; position < end; ++position) {
+                const auto kind = startsNewlinePair(m_text, position) ? Cluster::NewlineStart : Cluster::Newline;
+                addEmpty(position, kind | Cluster::Whitespace | Cluster::Hanging);
+            }
             break;
         case ItemKind::Tab:
             addEmpty(start, Cluster::Tab | Cluster::Whitespace);

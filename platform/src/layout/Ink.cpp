@@ -7,15 +7,33 @@ namespace platform {
 
 namespace {
 
-/// Adds the ink of a piece of a line.
-void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePiece& piece, InkBox& ink) {
-    if (piece.isTrimmed) {
+/// Adds what an inline object, drawn with its box's left side at `left`, says of its ink.
+void includeObject(IDWriteInlineObject& object, float left, float baseline, InkBox& ink) {
+    DWRITE_INLINE_OBJECT_METRICS metrics{};
+    if (FAILED(object.GetMetrics(&metrics))) {
         return;
     }
+    // The values count even where the call fails.
+    DWRITE_OVERHANG_METRICS overhang{};
+    object.GetOverhangMetrics(&overhang);
+    const float top = baseline - metrics.baseline;
+    ink.include({left - overhang.left, top - overhang.top, left + metrics.width + overhang.right,
+                 top + metrics.height + overhang.bottom});
+}
+
+/// Adds the ink of a piece of a line.
+void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePiece& piece, InkBox& ink) {
     const ShapedText& shaped = pipeline.shaped();
     const TextItem& item = shaped.items[piece.item];
     const Line& line = pipeline.lines()[index];
     const float baseline = pipeline.placement().lines[index].top + line.baseline;
+    IDWriteInlineObject* const object = piece.isTrimmed ? pipeline.settings().trimmingSign.get() : item.object;
+    if (object != nullptr) {
+        includeObject(*object, piece.left, baseline, ink);
+    }
+    if (piece.isTrimmed || object != nullptr) {
+        return;
+    }
     const float scale = item.emSize / static_cast<float>(std::max(1U, item.face->unitsPerEm()));
     float x = piece.isRightToLeft() ? piece.left + piece.width : piece.left;
     for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include <unicode/uchar.h>
+#include <unicode/utf16.h>
 
 #include "fallback/FallbackMapper.h"
 #include "fallback/FontFallback.h"
@@ -54,6 +55,11 @@ bool isMark(char16_t unit) {
     return u_hasBinaryProperty(unit, UCHAR_GRAPHEME_EXTEND) != 0;
 }
 
+/// Whether `position`, which lies within `text`, is in the middle of a surrogate pair.
+bool splitsPair(std::u16string_view text, std::size_t position) noexcept {
+    return position > 0 && U16_IS_TRAIL(text[position]) && U16_IS_LEAD(text[position - 1]);
+}
+
 ItemKind kindOf(char16_t unit) noexcept {
     if (isNewline(unit)) {
         return ItemKind::Newline;
@@ -95,10 +101,8 @@ public:
             do {
                 ++stretch;
             } while (stretch != m_properties.stretches().end() && isContinued(style, stretch->second));
-            const std::size_t end = stretch == m_properties.stretches().end()
-                                        ? m_text.size()
-                                        : std::min<std::size_t>(stretch->first, m_text.size());
-            // A newline of two characters may have swallowed this stretch.
+            const std::size_t end = borderBefore(stretch);
+            // A pair that the stretch before began with is its alone.
             if (end > m_position && !addStyle(style, end)) {
                 return false;
             }
@@ -112,6 +116,22 @@ private:
         return style.inlineObject ? style.inlineObject == next.inlineObject : sameShaping(style, next);
     }
 
+    /// Where `next` takes over from the stretch before it. A border in the middle of a pair gives way to the earlier of
+    /// the two styles, except to an inline object: what it stands for it stands for whole.
+    std::size_t borderBefore(RangeProperties::Stretches::const_iterator next) const {
+        if (next == m_properties.stretches().end() || next->first >= m_text.size()) {
+            return m_text.size();
+        }
+        const std::size_t border = next->first;
+        if (!splitsPair(m_text, border)) {
+            return border;
+        }
+        if (!next->second.inlineObject) {
+            return border + 1;
+        }
+        return std::prev(next)->second.inlineObject ? border : border - 1;
+    }
+
     /// The text with a neutral character in the place of everything that inline objects stand for.
     std::u16string withObjects() const {
         std::u16string text(m_text);
@@ -119,9 +139,9 @@ private:
             if (!stretch->second.inlineObject) {
                 continue;
             }
-            const auto next = std::next(stretch);
-            const std::size_t end = next == m_properties.stretches().end() ? text.size() : next->first;
-            for (std::size_t i = stretch->first; i < std::min(end, text.size()); ++i) {
+            const std::size_t begin = stretch == m_properties.stretches().begin() ? 0 : borderBefore(stretch);
+            const std::size_t end = borderBefore(std::next(stretch));
+            for (std::size_t i = begin; i < end; ++i) {
                 text[i] = u'\uFFFC';
             }
         }
@@ -141,7 +161,9 @@ private:
             if (m_host) {
                 const HostFallback::Answer answer =
                     m_host->ask(static_cast<UINT32>(m_position), static_cast<UINT32>(end - m_position), style);
-                addMapped(style, base, answer.face, answer.scale, m_position + answer.length);
+                const std::size_t answered = m_position + answer.length;
+                const bool isHalf = answered < end && splitsPair(m_text, answered);
+                addMapped(style, base, answer.face, answer.scale, isHalf ? answered + 1 : answered);
                 continue;
             }
             const Mapping mapping =
@@ -166,8 +188,7 @@ private:
     std::size_t endOfItem(ItemKind kind, std::size_t limit) {
         std::size_t end = m_position + 1;
         if (kind == ItemKind::Newline) {
-            const bool isPair = m_text[m_position] == u'\r' && end < m_text.size() && m_text[end] == u'\n';
-            return isPair ? end + 1 : end;
+            return end < limit && startsNewlinePair(m_text, m_position) ? end + 1 : end;
         }
         if (kind == ItemKind::Tab) {
             return end;

@@ -159,7 +159,8 @@ private:
         line.clusterEnd = taken.end;
         Cluster& last = shaped.clusters[taken.end - 1];
         const bool endsWithNewline = last.has(Cluster::Newline);
-        line.newlineLength = endsWithNewline ? shaped.textLength(taken.end - 1) : 0;
+        const bool hasPair = taken.end - taken.begin > 1 && shaped.clusters[taken.end - 2].has(Cluster::NewlineStart);
+        line.newlineLength = endsWithNewline ? 1U + (hasPair ? 1U : 0U) : 0U;
         line.endsParagraph = endsWithNewline || m_stream.size() == 0;
         if (!line.endsParagraph && last.has(Cluster::SoftHyphen) && last.glyphStart < shaped.glyphEnd(taken.end - 1)) {
             last.width = shaped.advances[last.glyphStart];

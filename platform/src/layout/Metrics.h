@@ -15,8 +15,8 @@ DWRITE_TEXT_METRICS textMetrics(const TextPipeline& pipeline);
 HRESULT lineMetrics(const TextPipeline& pipeline, DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32& count);
 HRESULT clusterMetrics(TextPipeline& pipeline, DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32& count);
 
-/// How far the ink of the glyphs stands out of the box on each side. Text without ink counts as a point in the box's
-/// corner.
+/// How far the ink of the glyphs, and what inline objects say of theirs, stands out of the box on each side. Text
+/// without ink counts as a point in the box's corner.
 DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline);
 
 /// The width of the widest stretch of text without an opportunity to break.

@@ -43,17 +43,29 @@ void findScriptRuns(std::u16string_view text, std::vector<ScriptRun>& runs) {
     runs.clear();
     hb_script_t current = HB_SCRIPT_COMMON;
     Graphemes graphemes(text);
+    /// Where the last character ended that has a script.
+    std::size_t scriptEnd = 0;
     for (std::size_t position = 0; position < text.size();) {
         const std::size_t start = position;
         UChar32 character = 0;
         U16_NEXT(text.data(), position, text.size(), character);
         const hb_script_t script = scriptOf(character);
-        // A mark of another script is still drawn over its base, by the base's font.
-        if (script != HB_SCRIPT_COMMON && script != current && graphemes.isBoundary(start)) {
-            if (current != HB_SCRIPT_COMMON) {
-                runs.push_back({static_cast<UINT32>(start), current});
-            }
+        if (script != HB_SCRIPT_COMMON && current == HB_SCRIPT_COMMON) {
             current = script;
+        } else if (script != HB_SCRIPT_COMMON && script != current) {
+            std::size_t grapheme = start;
+            while (grapheme > scriptEnd && !graphemes.isBoundary(grapheme)) {
+                --grapheme;
+            }
+            // A mark of another script is still drawn over its base, by the base's font. It takes a base of no script,
+            // like the dotted circle of a primer, with it.
+            if (graphemes.isBoundary(grapheme)) {
+                runs.push_back({static_cast<UINT32>(grapheme), current});
+                current = script;
+            }
+        }
+        if (script != HB_SCRIPT_COMMON) {
+            scriptEnd = position;
         }
         if (isNewline(text[start])) {
             // What follows is another paragraph's business.

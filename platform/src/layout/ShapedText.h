@@ -14,7 +14,7 @@ class CFontFace;
 
 enum class ItemKind : std::uint8_t {
     Text,
-    /// One newline; CR LF counts as one.
+    /// One newline; CR LF counts as one, as long as both are formatted alike.
     Newline,
     Tab,
     /// Control characters, which fonts have no shapes for.
@@ -62,7 +62,9 @@ struct Cluster {
         Object = 1 << 7,
         /// An inline object insists on starting a line, or on ending one.
         MustBreakBefore = 1 << 8,
-        MustBreakAfter = 1 << 9
+        MustBreakAfter = 1 << 9,
+        /// The CR of a CR LF: the LF ends the line.
+        NewlineStart = 1 << 10
     };
 
     UINT32 textStart = 0;

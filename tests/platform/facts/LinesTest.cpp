@@ -14,20 +14,56 @@ Lines words(std::u16string_view text) {
 }
 
 TEST(LayoutNewlines, AreClustersOfWhitespaceWithoutWidth) {
-    for (const std::u16string newline : {u"\n", u"\r", u"\v", u"\f", u"\u0085", u"\u2028", u"\u2029", u"\r\n"}) {
+    for (const std::u16string newline : {u"\n", u"\r", u"\v", u"\f", u"\u0085", u"\u2028", u"\u2029"}) {
         const auto layout = makeLayout(u"a" + newline);
         const auto clusters = clustersOf(*layout);
         ASSERT_EQ(2U, clusters.size());
-        EXPECT_EQ(newline.size(), clusters[1].length);
+        EXPECT_EQ(1U, clusters[1].length);
         EXPECT_EQ(1U, clusters[1].isNewline);
         EXPECT_EQ(1U, clusters[1].isWhitespace);
         EXPECT_EQ(0.0F, clusters[1].width);
         const auto lines = linesOf(*layout);
         ASSERT_EQ(2U, lines.size());
-        EXPECT_EQ(newline.size(), lines[0].newlineLength);
-        EXPECT_EQ(newline.size(), lines[0].trailingWhitespaceLength);
+        EXPECT_EQ(1U, lines[0].newlineLength);
+        EXPECT_EQ(1U, lines[0].trailingWhitespaceLength);
         EXPECT_EQ(0U, lines[1].newlineLength);
     }
+}
+
+TEST(LayoutNewlines, CrLfIsTwoClustersOfWhichTheSecondEndsTheLine) {
+    const auto layout = makeLayout(u"a\r\nb");
+    const auto clusters = clustersOf(*layout);
+    ASSERT_EQ(4U, clusters.size());
+    for (const std::size_t half : {1, 2}) {
+        EXPECT_EQ(1U, clusters[half].length);
+        EXPECT_EQ(1U, clusters[half].isWhitespace);
+        EXPECT_EQ(half - 1, clusters[half].isNewline);
+        EXPECT_EQ(half - 1, clusters[half].canWrapLineAfter);
+        EXPECT_EQ(0.0F, clusters[half].width);
+    }
+    const auto lines = linesOf(*layout);
+    ASSERT_EQ(2U, lines.size());
+    EXPECT_EQ(3U, lines[0].length);
+    EXPECT_EQ(2U, lines[0].newlineLength);
+    EXPECT_EQ(2U, lines[0].trailingWhitespaceLength);
+}
+
+TEST(LayoutNewlines, CrLfStaysTogetherInANarrowBox) {
+    for (const auto wrapping : {DWRITE_WORD_WRAPPING_WRAP, DWRITE_WORD_WRAPPING_CHARACTER}) {
+        const auto layout = makeLayout(u"ab\r\n\r\nc", 13.0F, 0, {.wrapping = wrapping});
+        EXPECT_EQ((std::vector<unsigned>{1, 3, 2, 1}), lineLengths(*layout));
+    }
+}
+
+TEST(LayoutNewlines, TheLfOfACrLfSaysHowHighTheEmptyLineBehindItIs) {
+    const auto layout = makeLayout(u"a\r\n");
+    EXPECT_EQ(S_OK, layout->SetFontSize(50.0F, {2, 1}));
+    const auto lines = linesOf(*layout);
+    ASSERT_EQ(2U, lines.size());
+    EXPECT_EQ(3U, lines[0].length);
+    EXPECT_EQ(2U, lines[0].newlineLength);
+    // DejaVu Sans: 1901 + 483 of 2048 units.
+    EXPECT_FLOAT_EQ(50.0F * 2384.0F / 2048.0F, lines[1].height);
 }
 
 TEST(LayoutMetrics, EverySpaceThatAllowsABreakIsTrailingWhitespace) {

@@ -48,6 +48,11 @@ TEST(FallbackEmoji, theEmojiSelectorAsksForColour) {
     expectStretches(u"\u2764\uFE0F\u200D\U0001F600", "Test Emoji:5 ", L"DejaVu Sans");
 }
 
+TEST(FallbackEmoji, theSelectorSpeaksForItsOwnEmojiOnly) {
+    expectStretches(u"\u2764\uFE0F\u2764", "Test Emoji:2 DejaVu Sans:1 ", L"Liberation Sans");
+    expectStretches(u"\u2764\u2764\uFE0F", "DejaVu Sans:1 Test Emoji:2 ", L"Liberation Sans");
+}
+
 TEST(FallbackEmoji, theTextSelectorAsksForOutlines) {
     expectStretches(u"\u2764\uFE0E", "DejaVu Sans:2 ", L"Liberation Sans");
     expectStretches(u"\u263A\uFE0E", "Liberation Sans:2 ", L"Liberation Sans");

@@ -170,6 +170,22 @@ TEST(FallbackMapper, keepsPunctuationAfterASpaceWithTheLettersBeforeIt) {
     EXPECT_EQ(Question{u"\u0995 a \u0964"}.at(4).font, Question{u"\u0964"}.at().font);
 }
 
+TEST(FallbackMapper, keepsSymbolsIndependentOfTheSymbolsBesideThem) {
+    // The star is in DejaVu Sans and in Noto Sans Symbols2, which alone has the mark of a position.
+    EXPECT_EQ(Question{u"\u2605"}.stretches(), L"DejaVu Sans:1 ");
+    EXPECT_EQ(Question{u"\u2316\u2605"}.stretches(), L"Noto Sans Symbols2:1 DejaVu Sans:1 ");
+    // Beside letters they go with those, through other symbols too, but not on to the next line.
+    EXPECT_EQ(Question{u"\u6f22\u2605\u25ce"}.stretches(), L"Noto Sans CJK JP:3 ");
+    EXPECT_EQ(Question{u"\u6f22\u2605\u2316\u2605"}.stretches(),
+              L"Noto Sans CJK JP:2 Noto Sans Symbols2:1 Noto Sans CJK JP:1 ");
+    EXPECT_EQ(Question{u"\u6f22\n\u2605"}.stretches(), L"Noto Sans CJK JP:2 DejaVu Sans:1 ");
+}
+
+TEST(FallbackMapper, drawsHangulFillersWithAFontThatHasThem) {
+    EXPECT_EQ(Question{u"a\u3164b"}.stretches(), L"Liberation Sans:1 Noto Sans CJK KR:1 Liberation Sans:1 ");
+    EXPECT_EQ(Question{u"\u1112\u1160"}.stretches(), L"Noto Sans CJK KR:2 ");
+}
+
 TEST(FallbackMapper, drawsALinesLettersOfOneScriptInOneFontThatHasAllOfThem) {
     // DejaVu Sans, which comes first, has the letters of the first and the last word, but neither yeh barree nor the
     // Urdu full stop.

@@ -1,4 +1,5 @@
 list(APPEND PLATFORM_TESTS
+    fallback/DrawingSymbolsTest.cpp
     fallback/EmojiTest.cpp
     fallback/FallbackMapperTest.cpp
     fallback/FallbackOrderTest.cpp

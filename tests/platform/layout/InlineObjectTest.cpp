@@ -88,6 +88,47 @@ TEST(InlineObject, IsNeutralAmongDirections) {
     EXPECT_NEAR(calls.back().x, runs[1].x, 1e-4F);
 }
 
+// Windows tells the overhang of a layout 10 wide and 50 high with nothing in it but this object, on a line of uniform
+// spacing; Wine's DirectWrite gives the other numbers.
+void expectOverhang(float lineBaseline, float left, float top, float right, float bottom, HRESULT answer = S_OK) {
+    Picture picture;
+    picture.metrics = {10.0F, 50.0F, 20.0F, FALSE};
+    picture.overhang = {1.0F, 2.0F, 3.0F, 4.0F};
+    picture.overhangAnswer = answer;
+    const auto layout = makeLayout(u"#", 10.0F, 50.0F);
+    EXPECT_EQ(S_OK, layout->SetInlineObject(&picture, {0, 1}));
+    if (lineBaseline > 0.0F) {
+        EXPECT_EQ(S_OK, layout->SetLineSpacing(DWRITE_LINE_SPACING_METHOD_UNIFORM, 50.0F, lineBaseline));
+    }
+    DWRITE_OVERHANG_METRICS overhang{};
+    EXPECT_EQ(S_OK, layout->GetOverhangMetrics(&overhang));
+    EXPECT_FLOAT_EQ(left, overhang.left);
+    EXPECT_FLOAT_EQ(top, overhang.top);
+    EXPECT_FLOAT_EQ(right, overhang.right);
+    EXPECT_FLOAT_EQ(bottom, overhang.bottom);
+}
+
+TEST(InlineObject, OverhangsByWhatItSaysFromWhereItStands) {
+    expectOverhang(16.0F, 1.0F, 6.0F, 3.0F, 0.0F);
+    expectOverhang(0.0F, 1.0F, 2.0F, 3.0F, 4.0F);
+    // What a failing call leaves counts all the same.
+    expectOverhang(16.0F, 1.0F, 6.0F, 3.0F, 0.0F, E_NOTIMPL);
+}
+
+TEST(InlineObject, WithoutMetricsHasNoInk) {
+    Picture picture;
+    picture.metricsAnswer = E_FAIL;
+    picture.overhang = {1.0F, 2.0F, 3.0F, 4.0F};
+    const auto layout = makeLayout(u"#", 10.0F, 50.0F);
+    EXPECT_EQ(S_OK, layout->SetInlineObject(&picture, {0, 1}));
+    DWRITE_OVERHANG_METRICS overhang{};
+    EXPECT_EQ(S_OK, layout->GetOverhangMetrics(&overhang));
+    EXPECT_EQ(0.0F, overhang.left);
+    EXPECT_EQ(0.0F, overhang.top);
+    EXPECT_EQ(-10.0F, overhang.right);
+    EXPECT_EQ(-50.0F, overhang.bottom);
+}
+
 TEST(InlineObject, IsNoTextWhenHit) {
     Picture picture;
     const auto layout = makeLayout(u"a#b");

@@ -302,8 +302,8 @@ HRESULT Picture::GetMetrics(DWRITE_INLINE_OBJECT_METRICS* out) {
 }
 
 HRESULT Picture::GetOverhangMetrics(DWRITE_OVERHANG_METRICS* overhangs) {
-    *overhangs = {};
-    return S_OK;
+    *overhangs = overhang;
+    return overhangAnswer;
 }
 
 HRESULT Picture::GetBreakConditions(DWRITE_BREAK_CONDITION* conditionBefore, DWRITE_BREAK_CONDITION* conditionAfter) {

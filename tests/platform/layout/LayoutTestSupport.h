@@ -156,7 +156,9 @@ public:
     DWRITE_INLINE_OBJECT_METRICS metrics{30.0F, 40.0F, 25.0F, FALSE};
     DWRITE_BREAK_CONDITION before = DWRITE_BREAK_CONDITION_NEUTRAL;
     DWRITE_BREAK_CONDITION after = DWRITE_BREAK_CONDITION_NEUTRAL;
+    DWRITE_OVERHANG_METRICS overhang{};
     HRESULT metricsAnswer = S_OK;
+    HRESULT overhangAnswer = S_OK;
     int drawings = 0;
     float drawnX = 0.0F;
     float drawnY = 0.0F;

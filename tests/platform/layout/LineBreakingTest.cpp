@@ -161,7 +161,7 @@ TEST(SoftHyphen, EndsALineThatIsTooLongAnyway) {
 TEST(ClusterMetrics, CoverTheTextAndSayWhatTheyAre) {
     const auto layout = makeLayout(u"a b-\tc\r\n");
     const auto clusters = clustersOf(*layout);
-    ASSERT_EQ(7U, clusters.size());
+    ASSERT_EQ(8U, clusters.size());
     unsigned length = 0;
     for (const DWRITE_CLUSTER_METRICS& cluster : clusters) {
         length += cluster.length;
@@ -174,10 +174,10 @@ TEST(ClusterMetrics, CoverTheTextAndSayWhatTheyAre) {
     EXPECT_EQ(0U, clusters[0].isWhitespace);
     EXPECT_EQ(1U, clusters[4].isWhitespace);
     EXPECT_EQ(0U, clusters[4].isNewline);
-    EXPECT_EQ(1U, clusters[6].isNewline);
-    EXPECT_EQ(1U, clusters[6].isWhitespace);
-    EXPECT_EQ(2U, clusters[6].length);
-    EXPECT_EQ(0.0F, clusters[6].width);
+    EXPECT_EQ(1U, clusters[7].isNewline);
+    EXPECT_EQ(1U, clusters[7].isWhitespace);
+    EXPECT_EQ(1U, clusters[7].length);
+    EXPECT_EQ(0.0F, clusters[7].width);
 }
 
 TEST(ClusterMetrics, AZeroWidthSpaceIsNotWhitespace) {

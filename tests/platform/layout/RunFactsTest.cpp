@@ -351,7 +351,7 @@ TEST(RunFacts, CoverManyScriptsDirectionsAndFonts) {
             glyphs += run.glyphs.size();
         }
     }
-    EXPECT_EQ(91U, sentences().size());
+    EXPECT_EQ(96U, sentences().size());
     EXPECT_LE(60U, scripts.size());
     EXPECT_LE(60U, families.size());
     EXPECT_LE(200U, runs);

@@ -67,5 +67,23 @@ TEST(ScriptRuns, CommonCharactersGoWithWhatPrecedesThem) {
     EXPECT_EQ(1U, runs.size());
 }
 
+TEST(ScriptRuns, AMarkGivesItsScriptToABaseOfNone) {
+    std::vector<platform::ScriptRun> runs;
+    // The vowel i of Devanagari over a dotted circle and a no-break space.
+    for (const char16_t* const text : {u"\u25CC\u093F", u"\u00A0\u093F", u"1 \u25CC\u093F"}) {
+        platform::findScriptRuns(text, runs);
+        ASSERT_EQ(1U, runs.size());
+        EXPECT_EQ(HB_SCRIPT_DEVANAGARI, runs[0].script);
+    }
+    platform::findScriptRuns(u"ab \u25CC\u0301\u093F\u0E31 a\u093F", runs);
+    ASSERT_EQ(3U, runs.size());
+    EXPECT_EQ(HB_SCRIPT_LATIN, runs[0].script);
+    EXPECT_EQ(3U, runs[0].end);
+    EXPECT_EQ(HB_SCRIPT_DEVANAGARI, runs[1].script);
+    // A second script within the grapheme, or over a base with a script, changes nothing.
+    EXPECT_EQ(8U, runs[1].end);
+    EXPECT_EQ(HB_SCRIPT_LATIN, runs[2].script);
+}
+
 } // namespace
 } // namespace platform_test

@@ -20,6 +20,7 @@ list(APPEND PLATFORM_TESTS
     layout/RunsTest.cpp
     layout/ShaperTest.cpp
     layout/StagesTest.cpp
+    layout/SurrogatePairsTest.cpp
     layout/TabsTest.cpp
     layout/TextFormatTest.cpp
     layout/TrimmingTest.cpp
