@@ -157,6 +157,7 @@ public:
     DWRITE_BREAK_CONDITION before = DWRITE_BREAK_CONDITION_NEUTRAL;
     DWRITE_BREAK_CONDITION after = DWRITE_BREAK_CONDITION_NEUTRAL;
     HRESULT metricsAnswer = S_OK;
+    HRESULT conditionsAnswer = S_OK;
     int drawings = 0;
     float drawnX = 0.0F;
     float drawnY = 0.0F;
