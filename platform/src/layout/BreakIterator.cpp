@@ -1,9 +1,11 @@
 #include "layout/BreakIterator.h"
 
-#include <array>
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace platform {
 
@@ -13,26 +15,40 @@ struct CloseIterator {
     void operator()(UBreakIterator* iterator) const noexcept { ubrk_close(iterator); }
 };
 
+using Iterator = std::unique_ptr<UBreakIterator, CloseIterator>;
+
 void check(UErrorCode error) {
     if (U_FAILURE(error)) {
         throw std::runtime_error(u_errorName(error));
     }
 }
 
+Iterator open(const BreakRules& rules) {
+    // Before its data, ICU writes a header, which starts with its own length.
+    std::uint16_t header = 0;
+    std::memcpy(&header, rules.bytes, sizeof(header));
+    UErrorCode error = U_ZERO_ERROR;
+    Iterator iterator(
+        ubrk_openBinaryRules(rules.bytes + header, static_cast<std::int32_t>(rules.size - header), nullptr, 0, &error));
+    check(error);
+    return iterator;
+}
+
 } // namespace
 
-UBreakIterator* breakIterator(UBreakIteratorType kind, std::u16string_view text) {
-    thread_local std::array<std::unique_ptr<UBreakIterator, CloseIterator>, UBRK_SENTENCE + 1> iterators;
-    auto& iterator = iterators[static_cast<std::size_t>(kind)];
-    UErrorCode error = U_ZERO_ERROR;
-    if (!iterator) {
-        // The root locale: where a line may break must not depend on the user's environment.
-        iterator.reset(ubrk_open(kind, "", nullptr, 0, &error));
-        check(error);
+UBreakIterator* breakIterator(const BreakRules& rules, std::u16string_view text) {
+    thread_local std::vector<std::pair<const BreakRules*, Iterator>> iterators;
+    auto found = iterators.begin();
+    while (found != iterators.end() && found->first != &rules) {
+        ++found;
     }
-    ubrk_setText(iterator.get(), text.data(), static_cast<std::int32_t>(text.size()), &error);
+    if (found == iterators.end()) {
+        found = iterators.emplace(found, &rules, open(rules));
+    }
+    UErrorCode error = U_ZERO_ERROR;
+    ubrk_setText(found->second.get(), text.data(), static_cast<std::int32_t>(text.size()), &error);
     check(error);
-    return iterator.get();
+    return found->second.get();
 }
 
 } // namespace platform

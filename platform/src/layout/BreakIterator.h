@@ -5,10 +5,12 @@
 
 #include <unicode/ubrk.h>
 
+#include "layout/BreakRules.h"
+
 namespace platform {
 
-/// The calling thread's iterator of a kind, set to `text`, which must live as long as it is asked. Making one is
-/// expensive, so a thread makes each kind once.
-UBreakIterator* breakIterator(UBreakIteratorType kind, std::u16string_view text);
+/// The calling thread's iterator of `rules`, set to `text`, which must live as long as it is asked. A thread makes one
+/// for each rules.
+UBreakIterator* breakIterator(const BreakRules& rules, std::u16string_view text);
 
 } // namespace platform

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "layout/BreakIterator.h"
 
@@ -11,8 +11,31 @@ namespace platform {
 
 namespace {
 
-bool hasObjects(const std::vector<TextItem>& items) {
-    return std::any_of(items.begin(), items.end(), [](const TextItem& item) { return item.kind == ItemKind::Object; });
+/// The rules for text of a locale.
+const BreakRules& rulesFor(const Name& locale) {
+    const std::wstring_view name = textOf(locale);
+    const std::wstring_view language = name.substr(0, name.find_first_of(L"-_"));
+    if (language == L"zh") {
+        return chineseLineRules;
+    }
+    return language == L"ja" || language == L"ko" ? japaneseLineRules : lineRules;
+}
+
+/// Adds what `rules` say of the text whose language they are for: whether a line may end behind each unit of it. All
+/// of the text is gone through, since what stands before and after counts whatever its language.
+void addOpportunities(std::u16string_view text, const std::vector<TextItem>& items, const BreakRules& rules,
+                      BreakOpportunities& opportunities) {
+    UBreakIterator* iterator = breakIterator(rules, text);
+    auto item = items.begin();
+    for (std::int32_t next = ubrk_next(iterator); next != UBRK_DONE; next = ubrk_next(iterator)) {
+        const auto position = static_cast<UINT32>(next);
+        while (item != items.end() && item->start + item->length < position) {
+            ++item;
+        }
+        if (item == items.end() || &rulesFor(item->locale) == &rules) {
+            opportunities[position] = true;
+        }
+    }
 }
 
 /// One side's wish about a break; NEUTRAL leaves it to the other side.
@@ -26,9 +49,14 @@ void applyConditions(const std::vector<TextItem>& items, BreakOpportunities& opp
     for (const TextItem& item : items) {
         DWRITE_BREAK_CONDITION before = DWRITE_BREAK_CONDITION_NEUTRAL;
         DWRITE_BREAK_CONDITION after = DWRITE_BREAK_CONDITION_NEUTRAL;
-        if (item.kind != ItemKind::Object || FAILED(item.object->GetBreakConditions(&before, &after))) {
+        if (item.kind != ItemKind::Object) {
             continue;
         }
+        if (FAILED(item.object->GetBreakConditions(&before, &after))) {
+            before = after = DWRITE_BREAK_CONDITION_NEUTRAL;
+        }
+        // What an object replaces holds no break.
+        std::fill_n(opportunities.begin() + item.start + 1, item.length - 1, false);
         if (item.start > 0) {
             apply(opportunities, item.start, before);
         }
@@ -42,26 +70,17 @@ void applyConditions(const std::vector<TextItem>& items, BreakOpportunities& opp
 
 BreakOpportunities findBreakOpportunities(std::u16string_view text, const std::vector<TextItem>& items) {
     BreakOpportunities opportunities(text.size() + 1);
-    std::u16string substituted;
-    const bool isSubstituted = hasObjects(items);
-    if (isSubstituted) {
-        substituted = text;
-        for (const TextItem& item : items) {
-            if (item.kind == ItemKind::Object) {
-                // What an object replaces must not hold a break, so only its first unit stands for it.
-                substituted[item.start] = u'\uFFFC';
-                std::fill_n(substituted.begin() + item.start + 1, item.length - 1, u'\u0301');
-            }
+    opportunities[0] = true;
+    for (const BreakRules* rules : {&lineRules, &japaneseLineRules, &chineseLineRules}) {
+        const bool isNeeded = items.empty() ? rules == &lineRules
+                                            : std::any_of(items.begin(), items.end(), [rules](const TextItem& item) {
+                                                  return &rulesFor(item.locale) == rules;
+                                              });
+        if (isNeeded) {
+            addOpportunities(text, items, *rules, opportunities);
         }
-        text = substituted;
     }
-    UBreakIterator* iterator = breakIterator(UBRK_LINE, text);
-    for (std::int32_t position = ubrk_first(iterator); position != UBRK_DONE; position = ubrk_next(iterator)) {
-        opportunities[static_cast<std::size_t>(position)] = true;
-    }
-    if (isSubstituted) {
-        applyConditions(items, opportunities);
-    }
+    applyConditions(items, opportunities);
     return opportunities;
 }
 

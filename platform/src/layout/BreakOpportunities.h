@@ -11,8 +11,9 @@ namespace platform {
 /// count as opportunities. It depends on the text and its inline objects alone.
 using BreakOpportunities = std::vector<bool>;
 
-/// Finds the opportunities of `text` by UAX 14, by dictionary where words are written without spaces. Around the inline
-/// objects among `items` their own conditions hold.
+/// Finds the opportunities of `text` by UAX 14 and by the habits of the items' languages, by dictionary where words are
+/// written without spaces. Around the inline objects among `items` their own conditions hold, and where they have none,
+/// those of the text that they replace.
 BreakOpportunities findBreakOpportunities(std::u16string_view text, const std::vector<TextItem>& items);
 
 } // namespace platform

@@ -14,25 +14,47 @@ namespace {
 /// Below this, every character but CR LF stands for itself.
 constexpr char16_t firstComplexUnit = 0x300;
 
-UGraphemeClusterBreak classOf(UChar32 character) {
-    return static_cast<UGraphemeClusterBreak>(u_getIntPropertyValue(character, UCHAR_GRAPHEME_CLUSTER_BREAK));
+enum class GraphemeClass : std::uint8_t {
+    Other,
+    CR,
+    LF,
+    Control,
+    Extend,
+    SpacingMark,
+    ZWJ,
+    Prepend,
+    RegionalIndicator,
+    L,
+    V,
+    T,
+    LV,
+    LVT,
+    ConjunctConsonant
+};
+
+#include "layout/GraphemeClasses.inc"
+
+GraphemeClass classOf(UChar32 character) {
+    constexpr UChar32 blockSize = sizeof(graphemeBlocks[0]);
+    return static_cast<GraphemeClass>(graphemeBlocks[graphemeBlockOf[character / blockSize]][character % blockSize]);
 }
 
-bool isControl(UGraphemeClusterBreak kind) {
-    return kind == U_GCB_CR || kind == U_GCB_LF || kind == U_GCB_CONTROL;
+bool isControl(GraphemeClass kind) {
+    return kind == GraphemeClass::CR || kind == GraphemeClass::LF || kind == GraphemeClass::Control;
 }
 
 /// Whether jamo and syllables of these classes belong to one syllable.
-bool makeSyllable(UGraphemeClusterBreak before, UGraphemeClusterBreak after) {
+bool makeSyllable(GraphemeClass before, GraphemeClass after) {
+    using enum GraphemeClass;
     switch (after) {
-    case U_GCB_L:
-    case U_GCB_LV:
-    case U_GCB_LVT:
-        return before == U_GCB_L;
-    case U_GCB_V:
-        return before == U_GCB_L || before == U_GCB_V || before == U_GCB_LV;
-    case U_GCB_T:
-        return before == U_GCB_V || before == U_GCB_LV || before == U_GCB_LVT || before == U_GCB_T;
+    case L:
+    case LV:
+    case LVT:
+        return before == L;
+    case V:
+        return before == L || before == V || before == LV;
+    case T:
+        return before == V || before == LV || before == LVT || before == T;
     default:
         return false;
     }
@@ -40,16 +62,17 @@ bool makeSyllable(UGraphemeClusterBreak before, UGraphemeClusterBreak after) {
 
 enum class Verdict { Boundary, Inside, Unknown };
 
-/// What the classes of two neighbours say. Emoji sequences and flags depend on more than that.
-Verdict judge(UGraphemeClusterBreak before, UGraphemeClusterBreak after) {
+/// What the classes of two neighbours say. Emoji sequences, flags and conjuncts depend on more than that.
+Verdict judge(GraphemeClass before, GraphemeClass after) {
+    using enum GraphemeClass;
     if (isControl(before) || isControl(after)) {
-        return before == U_GCB_CR && after == U_GCB_LF ? Verdict::Inside : Verdict::Boundary;
+        return before == CR && after == LF ? Verdict::Inside : Verdict::Boundary;
     }
-    if (after == U_GCB_EXTEND || after == U_GCB_SPACING_MARK || after == U_GCB_ZWJ || before == U_GCB_PREPEND ||
-        makeSyllable(before, after)) {
+    if (after == Extend || after == SpacingMark || after == ZWJ || before == Prepend || makeSyllable(before, after)) {
         return Verdict::Inside;
     }
-    return before == U_GCB_ZWJ || before == U_GCB_REGIONAL_INDICATOR ? Verdict::Unknown : Verdict::Boundary;
+    const bool maybeConjunct = after == ConjunctConsonant && before == Extend;
+    return maybeConjunct || before == ZWJ || before == RegionalIndicator ? Verdict::Unknown : Verdict::Boundary;
 }
 
 } // namespace
@@ -72,7 +95,7 @@ bool Graphemes::isBoundary(std::size_t position) {
         return verdict == Verdict::Boundary;
     }
     if (m_iterator == nullptr) {
-        m_iterator = breakIterator(UBRK_CHARACTER, m_text);
+        m_iterator = breakIterator(graphemeRules, m_text);
     }
     return ubrk_isBoundary(m_iterator, static_cast<std::int32_t>(position)) != 0;
 }

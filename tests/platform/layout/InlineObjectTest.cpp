@@ -48,21 +48,43 @@ TEST(InlineObject, IsDrawnWithItsTopLeftCorner) {
     EXPECT_EQ(2U, recorder.ofKind(DrawnCall::GlyphRun).size());
 }
 
-TEST(InlineObject, SaysWhetherLinesBreakAroundIt) {
-    Picture picture;
+/// The lengths of the lines of "ab#cd" where every opportunity is taken and a picture stands for the middle.
+std::vector<unsigned> linesAround(Picture& picture) {
     const auto layout = makeLayout(u"ab#cd", 10.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
     EXPECT_EQ(S_OK, layout->SetInlineObject(&picture, {2, 1}));
-    EXPECT_EQ((std::vector<unsigned>{2, 1, 2}), lineLengths(*layout));
+    return lineLengths(*layout);
+}
+
+TEST(InlineObject, SaysWhetherLinesBreakAroundIt) {
+    Picture picture;
+    picture.before = picture.after = DWRITE_BREAK_CONDITION_CAN_BREAK;
+    EXPECT_EQ((std::vector<unsigned>{2, 1, 2}), linesAround(picture));
     picture.before = DWRITE_BREAK_CONDITION_MAY_NOT_BREAK;
-    picture.after = DWRITE_BREAK_CONDITION_MAY_NOT_BREAK;
-    const auto unbroken = makeLayout(u"ab#cd", 10.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
-    EXPECT_EQ(S_OK, unbroken->SetInlineObject(&picture, {2, 1}));
-    EXPECT_EQ((std::vector<unsigned>{5}), lineLengths(*unbroken));
-    picture.before = DWRITE_BREAK_CONDITION_MUST_BREAK;
-    picture.after = DWRITE_BREAK_CONDITION_MUST_BREAK;
+    EXPECT_EQ((std::vector<unsigned>{3, 2}), linesAround(picture));
+    picture.before = picture.after = DWRITE_BREAK_CONDITION_MUST_BREAK;
     const auto forced = makeLayout(u"ab#cd");
     EXPECT_EQ(S_OK, forced->SetInlineObject(&picture, {2, 1}));
     EXPECT_EQ((std::vector<unsigned>{2, 1, 2}), lineLengths(*forced));
+}
+
+TEST(InlineObject, WithoutConditionsLeavesThoseOfTheTextThatItReplaces) {
+    Picture picture;
+    EXPECT_EQ((std::vector<unsigned>{5}), linesAround(picture));
+    picture.conditionsAnswer = E_FAIL;
+    picture.before = picture.after = DWRITE_BREAK_CONDITION_CAN_BREAK;
+    EXPECT_EQ((std::vector<unsigned>{5}), linesAround(picture));
+    // Side by side, in the place of two letters, of a word and a space, and of words with a space inside.
+    const auto beside = [&picture](std::u16string_view text, unsigned first) {
+        Picture other;
+        other.conditionsAnswer = E_FAIL;
+        const auto layout = makeLayout(text, 10.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
+        EXPECT_EQ(S_OK, layout->SetInlineObject(&picture, {0, first}));
+        EXPECT_EQ(S_OK, layout->SetInlineObject(&other, {first, static_cast<UINT32>(text.size()) - first}));
+        return lineLengths(*layout);
+    };
+    EXPECT_EQ((std::vector<unsigned>{2}), beside(u"ab", 1));
+    EXPECT_EQ((std::vector<unsigned>{2, 1}), beside(u"a b", 2));
+    EXPECT_EQ((std::vector<unsigned>{5}), beside(u"a bcd", 3));
 }
 
 TEST(InlineObject, WithoutMetricsHasNoWidthAndTheFontsHeight) {

@@ -309,7 +309,7 @@ HRESULT Picture::GetOverhangMetrics(DWRITE_OVERHANG_METRICS* overhangs) {
 HRESULT Picture::GetBreakConditions(DWRITE_BREAK_CONDITION* conditionBefore, DWRITE_BREAK_CONDITION* conditionAfter) {
     *conditionBefore = before;
     *conditionAfter = after;
-    return S_OK;
+    return conditionsAnswer;
 }
 
 } // namespace platform_test

@@ -159,6 +159,7 @@ public:
     DWRITE_OVERHANG_METRICS overhang{};
     HRESULT metricsAnswer = S_OK;
     HRESULT overhangAnswer = S_OK;
+    HRESULT conditionsAnswer = S_OK;
     int drawings = 0;
     float drawnX = 0.0F;
     float drawnY = 0.0F;

@@ -90,6 +90,55 @@ TEST(LineBreaking, OpportunitiesAreUnicodes) {
     EXPECT_EQ((Lines{u"\u6F22", u"\u5B57\u3002"}), breakAt(u"\u6F22\u5B57\u3002", narrow, words));
 }
 
+/// The pieces that no line break may cut.
+Lines piecesOf(std::u16string_view text, const std::wstring& locale = L"en-us") {
+    return breakAt(text, 1.0F, DWRITE_WORD_WRAPPING_WHOLE_WORD, {.locale = locale});
+}
+
+TEST(LineBreaking, TextsOfDrawingsBreakAtTheirSpaces) {
+    EXPECT_EQ((Lines{u"12\" ", u"(305 ", u"mm)"}), piecesOf(u"12\" (305 mm)"));
+    EXPECT_EQ((Lines{u"#4 ", u"@ ", u"12\" ", u"O.C. ", u"(TYP.)"}), piecesOf(u"#4 @ 12\" O.C. (TYP.)"));
+    EXPECT_EQ((Lines{u"SEE ", u"3/", u"A-101"}), piecesOf(u"SEE 3/A-101"));
+    EXPECT_EQ((Lines{u"1'-0\""}), piecesOf(u"1'-0\""));
+    EXPECT_EQ((Lines{u"\u00D812/150"}), piecesOf(u"\u00D812/150"));
+    EXPECT_EQ((Lines{u"(E) ", u"WALL"}), piecesOf(u"(E) WALL"));
+    EXPECT_EQ((Lines{u"SEE ", u"\"ELEVATION\" ", u"(TYPICAL)"}), piecesOf(u"SEE \"ELEVATION\" (TYPICAL)"));
+}
+
+TEST(LineBreaking, AFullWidthTextMayBreakBeforeAnOpeningQuotationMark) {
+    EXPECT_EQ((Lines{u"\u7167\u3002", u"\u201C\u5F15", u"\u53F7\u201D"}),
+              piecesOf(u"\u7167\u3002\u201C\u5F15\u53F7\u201D"));
+}
+
+TEST(LineBreaking, SmallKanaStartLinesInJapaneseKoreanAndChineseTextOnly) {
+    const std::u16string text = u"\u30E2\u30FC\u30BF\u30A3";
+    EXPECT_EQ((Lines{u"\u30E2\u30FC", u"\u30BF\u30A3"}), piecesOf(text));
+    for (const wchar_t* locale : {L"ja", L"ja-JP", L"ko-kr", L"zh-Hant-TW"}) {
+        EXPECT_EQ((Lines{u"\u30E2", u"\u30FC", u"\u30BF", u"\u30A3"}), piecesOf(text, locale)) << locale;
+    }
+    EXPECT_EQ(piecesOf(text), piecesOf(text, L"zha"));
+}
+
+TEST(LineBreaking, HangulBreaksBetweenSyllablesInAnyLanguage) {
+    for (const wchar_t* locale : {L"en-us", L"ko-kr"}) {
+        EXPECT_EQ((Lines{u"\uD55C", u"\uAD6D ", u"12mm"}), piecesOf(u"\uD55C\uAD6D 12mm", locale)) << locale;
+    }
+}
+
+TEST(LineBreaking, QuotationMarksAreBracketsInChineseText) {
+    // Between Latin letters and quoted ideographs too; apostrophes stay in their words.
+    const std::u16string text = u"CAD\u201C\u547D\u4EE4\u201Dok don\u2019t";
+    EXPECT_EQ((Lines{u"CAD\u201C\u547D", u"\u4EE4\u201Dok ", u"don\u2019t"}), piecesOf(text));
+    EXPECT_EQ((Lines{u"CAD", u"\u201C\u547D", u"\u4EE4\u201D", u"ok ", u"don\u2019t"}), piecesOf(text, L"zh-cn"));
+}
+
+TEST(LineBreaking, EveryRangeBreaksByItsOwnLanguage) {
+    const std::u16string text = u"\u30E2\u30FC\u30E2\u30FC\u30E2\u30FC";
+    const auto layout = makeLayout(text, 1.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
+    EXPECT_EQ(S_OK, layout->SetLocaleName(L"ja-jp", {2, 2}));
+    EXPECT_EQ((Lines{u"\u30E2\u30FC", u"\u30E2", u"\u30FC", u"\u30E2\u30FC"}), lineTexts(text, *layout));
+}
+
 TEST(LineBreaking, ThaiBreaksByDictionary) {
     // "Thai language is easy": two of its words.
     const Lines lines = breakAt(u"\u0E20\u0E32\u0E29\u0E32\u0E44\u0E17\u0E22", 1.0F, DWRITE_WORD_WRAPPING_WHOLE_WORD);

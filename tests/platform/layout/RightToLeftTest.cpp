@@ -115,11 +115,13 @@ TEST(RightToLeft, AHyphenStaysWithItsWordInALineOfTheOtherReading) {
     EXPECT_NEAR(widthOf(u"x دور\u2010"), lines[0][1].right, 1e-2F);
 }
 
-TEST(RightToLeft, HebrewWordsAreNotHyphenated) {
-    // Unicode lets no line end at a hyphen behind a Hebrew letter.
+TEST(RightToLeft, HebrewWordsAreHyphenatedAtSoftHyphens) {
+    // Unicode keeps a hyphen-minus with the Hebrew letter before it (up to version 15 soft hyphens too).
     const std::u16string text = u"אבג\u00ADדהו";
-    const auto layout = paragraph(text, widthOf(u"אבג\u2010") + 1.0F, DWRITE_WORD_WRAPPING_WHOLE_WORD);
-    EXPECT_EQ((Texts{text}), lineTexts(text, *layout));
+    const float width = widthOf(u"אבג\u2010") + 1.0F;
+    EXPECT_EQ((Texts{u"אבג\u00AD", u"דהו"}), lineTexts(text, *paragraph(text, width, DWRITE_WORD_WRAPPING_WHOLE_WORD)));
+    const std::u16string minus = u"אבג-abc";
+    EXPECT_EQ((Texts{minus}), lineTexts(minus, *paragraph(minus, width, DWRITE_WORD_WRAPPING_WHOLE_WORD)));
 }
 
 TEST(RightToLeft, TabStopsAreCountedFromTheRightEdge) {

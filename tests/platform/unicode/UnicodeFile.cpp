@@ -79,9 +79,9 @@ void append(std::u16string& text, char32_t character) {
     }
 }
 
-std::vector<BreakCase> readBreakCases(const std::string& file) {
+std::vector<BreakCase> readBreakCasesOfData(const std::string& file) {
     std::vector<BreakCase> cases;
-    forEachLine(file, [&](std::string_view line) {
+    forEachLineOfData(file, [&](std::string_view line) {
         BreakCase& added = cases.emplace_back();
         for (const std::string_view part : split(line, ' ')) {
             if (part == "\u00F7" || part == "\u00D7") {

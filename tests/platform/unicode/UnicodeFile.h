@@ -33,8 +33,8 @@ struct BreakCase {
     std::vector<bool> breaks;
 };
 
-/// All cases of a break test file.
-std::vector<BreakCase> readBreakCases(const std::string& file);
+/// All cases of a break test file of Unicode's in the data folder of these tests.
+std::vector<BreakCase> readBreakCasesOfData(const std::string& file);
 
 /// The units of `text` in hexadecimal, for messages.
 std::string hexadecimal(std::u16string_view text);
