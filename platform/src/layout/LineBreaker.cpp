@@ -45,9 +45,11 @@ private:
         return x + room > m_settings.maxWidth ? std::nextafter(room, 0.0F) : room;
     }
 
-    /// The width of a cluster at `x` from its line's start.
+    /// The width of a cluster at `x` from its line's start, whatever width an earlier line gave it.
     float widthAt(Cluster& cluster, float x) const {
-        if (cluster.has(Cluster::Tab)) {
+        if (cluster.has(Cluster::SoftHyphen)) {
+            cluster.width = 0.0F;
+        } else if (cluster.has(Cluster::Tab)) {
             cluster.width = tabWidth(x, m_settings.tabStop);
             if (m_isLimited) {
                 // A tab never leaves the box: what follows it starts the next line.
@@ -72,7 +74,7 @@ private:
         while (m_isLimited && end > 1 && m_stream.changesShapes(end)) {
             UINT32 changed = 0;
             const float reshaped = m_stream.reshapedWidth(end, changed);
-            if (widthUpTo(changed) + reshaped <= m_settings.maxWidth) {
+            if (widthUpTo(changed) + reshaped + hyphenWidth(end) <= m_settings.maxWidth) {
                 break;
             }
             const UINT32 earlier = breakOverflow(end - 1);
@@ -89,10 +91,6 @@ private:
         const UINT32 count = m_stream.size();
         for (UINT32 i = 0; i < count; ++i) {
             Cluster& cluster = m_stream.at(i);
-            if (cluster.has(Cluster::SoftHyphen)) {
-                // An earlier width may have made it show.
-                cluster.width = 0.0F;
-            }
             if (cluster.has(Cluster::MustBreakBefore) && i > 0) {
                 return i;
             }
@@ -112,17 +110,43 @@ private:
     /// The end of a line whose clusters before `overflow` fit.
     UINT32 breakOverflow(UINT32 overflow) {
         if (m_settings.wrapping == DWRITE_WORD_WRAPPING_CHARACTER) {
-            return std::max(overflow, 1U);
+            return tear(overflow);
         }
         for (UINT32 end = overflow; end > 0; --end) {
             if (canBreakBefore(end) && hyphenFits(end)) {
                 return end;
             }
         }
-        if (m_settings.wrapping != DWRITE_WORD_WRAPPING_WHOLE_WORD) {
-            return std::max(overflow, 1U);
+        if (m_settings.wrapping == DWRITE_WORD_WRAPPING_WHOLE_WORD) {
+            return findLongEnd();
         }
-        // The shortest line that is too long: one that ends at a hyphen without room, or else a longer one.
+        // A space that should hold what is around it together is a better place than the middle of a word.
+        for (UINT32 end = overflow; end > 0; --end) {
+            if (m_stream.at(end - 1).has(Cluster::Hanging)) {
+                return end;
+            }
+        }
+        return tear(overflow);
+    }
+
+    /// The end of a line that is cut anywhere: before `overflow` or, where a hyphen there has no room, before that. A
+    /// line has one cluster at least, and not soft hyphens alone.
+    UINT32 tear(UINT32 overflow) {
+        UINT32 end = overflow;
+        while (end > 0 && !hyphenFits(end)) {
+            --end;
+        }
+        if (end > 0) {
+            return end;
+        }
+        do {
+            ++end;
+        } while (end < m_stream.size() && m_stream.at(end - 1).has(Cluster::SoftHyphen));
+        return end;
+    }
+
+    /// The end of the shortest line that is too long: one that ends at a hyphen without room, or else a longer one.
+    UINT32 findLongEnd() {
         for (UINT32 end = 1; end < m_stream.size(); ++end) {
             const Cluster& last = m_stream.at(end - 1);
             if (last.has(Cluster::Newline) || last.has(Cluster::MustBreakAfter) ||
@@ -162,25 +186,23 @@ private:
         const bool hasPair = taken.end - taken.begin > 1 && shaped.clusters[taken.end - 2].has(Cluster::NewlineStart);
         line.newlineLength = endsWithNewline ? 1U + (hasPair ? 1U : 0U) : 0U;
         line.endsParagraph = endsWithNewline || m_stream.size() == 0;
+        // Summed as the test for room sums, so that a box as wide as its text holds it.
+        float x = 0.0F;
+        for (UINT32 i = taken.begin; i < taken.end; ++i) {
+            x += widthAt(shaped.clusters[i], x);
+        }
         if (!line.endsParagraph && last.has(Cluster::SoftHyphen) && last.glyphStart < shaped.glyphEnd(taken.end - 1)) {
             last.width = shaped.advances[last.glyphStart];
             line.showsHyphen = true;
+            x += last.width;
         }
+        line.fullWidth = x;
         line.trailingBegin = taken.end;
         while (line.trailingBegin > taken.begin && hangs(shaped.clusters[line.trailingBegin - 1])) {
             --line.trailingBegin;
         }
-        // Summed as the test for room sums, so that a box as wide as its text holds it.
-        float x = 0.0F;
-        for (UINT32 i = taken.begin; i < taken.end; ++i) {
-            if (i == line.trailingBegin) {
-                line.width = x;
-            }
-            x += widthAt(shaped.clusters[i], x);
-        }
-        line.fullWidth = x;
-        if (line.trailingBegin == taken.end) {
-            line.width = x;
+        for (UINT32 i = taken.begin; i < line.trailingBegin; ++i) {
+            line.width += shaped.clusters[i].width;
         }
     }
 

@@ -1,5 +1,6 @@
 #include "layout/Metrics.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 
@@ -167,9 +168,34 @@ DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline) {
     return {-ink.left, -ink.top, ink.right - pipeline.box().width, ink.bottom - pipeline.box().height};
 }
 
+namespace {
+
+/// The least width from `width` on at which no line is too long, when breaks change shapes.
+float widenToShapesOfLines(TextPipeline& pipeline, float width) {
+    ShapedText shaped = pipeline.unbroken();
+    ShapedText reshaped;
+    std::vector<Line> lines;
+    const auto opportunities = [&pipeline]() -> const BreakOpportunities& { return pipeline.opportunities(); };
+    for (float widest = width;;) {
+        const LineBreakSettings settings{width, DWRITE_WORD_WRAPPING_WHOLE_WORD,
+                                         pipeline.settings().incrementalTabStop};
+        breakLines(pipeline.text().units(), shaped, settings, opportunities, lines, reshaped);
+        for (const Line& line : lines) {
+            widest = std::max(widest, line.width);
+        }
+        if (!(widest > width)) {
+            return width;
+        }
+        width = widest;
+    }
+}
+
+} // namespace
+
 float narrowestWidth(TextPipeline& pipeline) {
     const ShapedText& shaped = pipeline.unbroken();
     NarrowestWord word;
+    bool changesShapes = false;
     for (UINT32 i = 0; i < shaped.clusterCount(); ++i) {
         const Cluster& cluster = shaped.clusters[i];
         if (i > 0) {
@@ -177,9 +203,11 @@ float narrowestWidth(TextPipeline& pipeline) {
             const bool mustBreak = cluster.has(Cluster::MustBreakBefore) || before.has(Cluster::MustBreakAfter) ||
                                    before.has(Cluster::Newline);
             const bool isHyphenated = before.has(Cluster::SoftHyphen) && before.glyphStart < shaped.glyphEnd(i - 1);
-            if (mustBreak || (pipeline.opportunities()[cluster.textStart] && !isHyphenated)) {
+            const bool mayBreak = mustBreak || pipeline.opportunities()[cluster.textStart];
+            changesShapes = changesShapes || (mayBreak && cluster.has(Cluster::UnsafeBefore));
+            if (mustBreak || (mayBreak && !isHyphenated)) {
                 word.end();
-            } else if (pipeline.opportunities()[cluster.textStart]) {
+            } else if (mayBreak) {
                 word.mayEndWith(shaped.advances[before.glyphStart]);
             }
         }
@@ -190,7 +218,7 @@ float narrowestWidth(TextPipeline& pipeline) {
         }
     }
     word.end();
-    return word.widest();
+    return changesShapes && word.widest() > 0.0F ? widenToShapesOfLines(pipeline, word.widest()) : word.widest();
 }
 
 } // namespace platform

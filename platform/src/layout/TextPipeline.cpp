@@ -53,8 +53,18 @@ const BreakOpportunities& TextPipeline::opportunities() {
     return *m_opportunities;
 }
 
-void TextPipeline::breakIntoLines() {
+LineBreakSettings TextPipeline::lineBreakSettings() const {
     LineBreakSettings limits{m_box.width, settings().wordWrapping, settings().incrementalTabStop};
+    if (limits.wrapping == DWRITE_WORD_WRAPPING_WRAP &&
+        settings().trimming.granularity != DWRITE_TRIMMING_GRANULARITY_NONE) {
+        // Words that are trimmed are not torn.
+        limits.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD;
+    }
+    return limits;
+}
+
+void TextPipeline::breakIntoLines() {
+    LineBreakSettings limits = lineBreakSettings();
     const std::function<const BreakOpportunities&()> ask = [this]() -> const BreakOpportunities& {
         return opportunities();
     };

@@ -58,6 +58,7 @@ public:
 
 private:
     HRESULT shape();
+    [[nodiscard]] LineBreakSettings lineBreakSettings() const;
     void breakIntoLines();
     void place();
 

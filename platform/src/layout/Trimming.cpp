@@ -18,16 +18,20 @@ public:
         }
     }
 
+    /// Cuts a line that is too wide, but never its first cluster; so a single cluster stays as it is.
     void trim(Line& line) const {
+        UINT32 kept = line.clusterBegin + 1;
+        if (kept >= line.trailingBegin) {
+            return;
+        }
         UINT32 tail = findTail(line);
         float room = m_maxWidth - m_signWidth - widthOf(tail, line.trailingBegin);
-        if (room < 0.0F) {
-            // Not even the end of the line has room: the sign stands for it all.
+        if (room < 0.0F || tail <= kept) {
+            // Not even the end of the line has room: the sign stands for it too.
             tail = line.trailingBegin;
             room = m_maxWidth - m_signWidth;
         }
-        UINT32 kept = line.clusterBegin;
-        float width = 0.0F;
+        float width = m_shaped.clusters[line.clusterBegin].width;
         while (kept < tail && width + m_shaped.clusters[kept].width <= room) {
             width += m_shaped.clusters[kept].width;
             ++kept;

@@ -48,6 +48,16 @@ TEST(LineBreaking, WrapBreaksLongWordsBetweenClusters) {
     EXPECT_EQ((Lines{u"a ", u"stri", u"ng"}), breakAt(u"a string", widthOf(u"stri")));
 }
 
+TEST(LineBreaking, ASpaceEndsALineBeforeAWordIsTorn) {
+    // Unicode keeps what follows an opening bracket with it, spaces or not.
+    const std::u16string text = u"( TYPICAL";
+    const float width = widthOf(u"( TYPICA");
+    for (const auto wrapping : {DWRITE_WORD_WRAPPING_WRAP, DWRITE_WORD_WRAPPING_EMERGENCY_BREAK}) {
+        EXPECT_EQ((Lines{u"( ", u"TYPICAL"}), breakAt(text, width, wrapping));
+    }
+    EXPECT_EQ(Lines{text}, breakAt(text, width, DWRITE_WORD_WRAPPING_WHOLE_WORD));
+}
+
 TEST(LineBreaking, EmergencyBreakIsTheSame) {
     EXPECT_EQ((Lines{u"a ", u"stri", u"ng"}),
               breakAt(u"a string", widthOf(u"stri"), DWRITE_WORD_WRAPPING_EMERGENCY_BREAK));
@@ -198,6 +208,19 @@ TEST(SoftHyphen, DoesNotBreakWhereItsHyphenHasNoRoom) {
     const float width = widthOf(u"some hy") + 0.5F;
     const Lines lines = breakAt(u"some hy\u00ADphen", width, DWRITE_WORD_WRAPPING_WHOLE_WORD);
     EXPECT_EQ(u"some ", lines[0]);
+}
+
+TEST(SoftHyphen, MakesNoLineTooWideWhereWordsAreTorn) {
+    const std::u16string word = u"internationalization";
+    const float width = widthOf(word) + 2.0F;
+    for (const auto wrapping :
+         {DWRITE_WORD_WRAPPING_WRAP, DWRITE_WORD_WRAPPING_EMERGENCY_BREAK, DWRITE_WORD_WRAPPING_CHARACTER}) {
+        EXPECT_EQ((Lines{word, u"\u00AD\u00ADal"}), breakAt(word + u"\u00AD\u00ADal", width, wrapping));
+        const auto layout = makeLayout(word + u"\u00AD\u00ADal", width, 0, {.wrapping = wrapping});
+        EXPECT_FLOAT_EQ(widthOf(word), metricsOf(*layout).width);
+        // No room for anything: still no line of hyphens alone.
+        EXPECT_EQ((Lines{u"a", u"\u00ADb"}), breakAt(u"a\u00ADb", 1.0F, wrapping));
+    }
 }
 
 TEST(SoftHyphen, EndsALineThatIsTooLongAnyway) {

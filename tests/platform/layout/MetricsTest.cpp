@@ -270,5 +270,17 @@ TEST(LayoutMetrics, MinimumWidthIsTheWidestWord) {
     EXPECT_EQ(E_INVALIDARG, layout->DetermineMinWidth(nullptr));
 }
 
+TEST(LayoutMetrics, NarrowestWidthHoldsWordsAsLinesShapeThem) {
+    // Kerning draws the hyphen and the letter after it together, which a break undoes.
+    const std::u16string text = u"AAAAAA-TV VA";
+    const auto layout = makeLayout(text);
+    FLOAT width = 0.0F;
+    EXPECT_EQ(S_OK, layout->DetermineMinWidth(&width));
+    EXPECT_FLOAT_EQ(metricsOf(*makeLayout(u"AAAAAA-")).width, width);
+    EXPECT_EQ(S_OK, layout->SetMaxWidth(width));
+    EXPECT_EQ((std::vector<std::u16string>{u"AAAAAA-", u"TV VA"}), lineTexts(text, *layout));
+    EXPECT_FLOAT_EQ(width, metricsOf(*layout).width);
+}
+
 } // namespace
 } // namespace platform_test

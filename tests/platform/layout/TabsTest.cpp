@@ -1,5 +1,7 @@
 #include <limits>
 
+#include <utility>
+
 #include "layout/LayoutTestSupport.h"
 #include "layout/LineBreaker.h"
 
@@ -151,6 +153,25 @@ TEST(Tabs, AtALinesEndCountAsWidth) {
     EXPECT_NEAR(stop, metricsOf(*layout).width, 1e-2F);
     EXPECT_NEAR(box - stop, placedRuns(*layout)[0][0].left, 1e-2F);
     EXPECT_EQ(0U, linesOf(*layout)[0].trailingWhitespaceLength);
+}
+
+TEST(Tabs, DoNotDependOnTheWidthsAskedBefore) {
+    const auto ends = [](IDWriteTextLayout& layout) {
+        EXPECT_EQ(S_OK, layout.SetMaxWidth(60.0F));
+        std::vector<std::pair<unsigned, unsigned>> lengths;
+        for (const DWRITE_LINE_METRICS& line : linesOf(layout)) {
+            lengths.emplace_back(line.length, line.trailingWhitespaceLength);
+        }
+        return lengths;
+    };
+    const auto make = [] {
+        return makeLayout(u"internationalization\tb", 400.0F, 0, {.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD});
+    };
+    const auto asked = make();
+    EXPECT_EQ(1U, linesOf(*asked).size());
+    // The tab has no room in the narrow box, so it hangs.
+    EXPECT_EQ((std::vector<std::pair<unsigned, unsigned>>{{21, 1}, {1, 0}}), ends(*asked));
+    EXPECT_EQ(ends(*make()), ends(*asked));
 }
 
 } // namespace

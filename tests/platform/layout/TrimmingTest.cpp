@@ -75,11 +75,46 @@ TEST(Trimming, TextThatFitsAndBoxesWithoutLimitAreLeftAlone) {
     EXPECT_EQ(FALSE, linesOf(*trimmed(u"text", 0.0F, trimming, nullptr))[0].isTrimmed);
 }
 
-TEST(Trimming, ASignWiderThanTheBoxStandsForEverything) {
+TEST(Trimming, ALineKeepsItsFirstClusterHoweverNarrowTheBox) {
     Picture sign;
-    const auto layout = trimmed(u"some words", 10.0F, {DWRITE_TRIMMING_GRANULARITY_CHARACTER, 0, 0}, &sign);
-    EXPECT_EQ(L"", drawnText(*layout));
-    EXPECT_FLOAT_EQ(30.0F, metricsOf(*layout).width);
+    const DWRITE_TRIMMING trimming{DWRITE_TRIMMING_GRANULARITY_CHARACTER, 0, 0};
+    const auto layout = trimmed(u"some words", 10.0F, trimming, &sign);
+    EXPECT_EQ(L"s", drawnText(*layout));
+    EXPECT_FLOAT_EQ(widthOf(u"s") + 30.0F, metricsOf(*layout).width);
+    // A delimiter right behind the first cluster keeps nothing then.
+    EXPECT_EQ(L"W", drawnText(*trimmed(u"W/x", 10.0F, {DWRITE_TRIMMING_GRANULARITY_CHARACTER, u'/', 1}, nullptr)));
+}
+
+TEST(Trimming, ASingleLetterStaysWithoutTheSign) {
+    Picture sign;
+    for (const auto wrapping : {DWRITE_WORD_WRAPPING_WRAP, noWrap}) {
+        const auto layout = trimmed(u"a", widthOf(u"a") / 2.0F, {DWRITE_TRIMMING_GRANULARITY_CHARACTER, 0, 0}, &sign,
+                                    {.wrapping = wrapping});
+        EXPECT_EQ(FALSE, linesOf(*layout)[0].isTrimmed);
+        Recorder recorder;
+        EXPECT_EQ(S_OK, layout->Draw(nullptr, &recorder, 0.0F, 0.0F));
+        ASSERT_EQ(1U, recorder.ofKind(DrawnCall::GlyphRun).size());
+        EXPECT_EQ(L"a", recorder.ofKind(DrawnCall::GlyphRun)[0].text);
+        EXPECT_TRUE(recorder.ofKind(DrawnCall::Object).empty());
+    }
+}
+
+TEST(Trimming, WrappedWordsAreTrimmedInsteadOfTorn) {
+    Picture sign;
+    const float box = widthOf(u"a") + 30.5F;
+    for (const auto granularity : {DWRITE_TRIMMING_GRANULARITY_CHARACTER, DWRITE_TRIMMING_GRANULARITY_WORD}) {
+        const DWRITE_TRIMMING trimming{granularity, 0, 0};
+        const auto layout = trimmed(u"abcd", box, trimming, &sign, {.wrapping = DWRITE_WORD_WRAPPING_WRAP});
+        ASSERT_EQ((std::vector<unsigned>{4}), lineLengths(*layout));
+        EXPECT_EQ(TRUE, linesOf(*layout)[0].isTrimmed);
+        EXPECT_EQ(L"a", drawnText(*layout));
+        // Lines still end at spaces, and words are torn where that was asked for.
+        EXPECT_EQ((std::vector<unsigned>{2, 4}),
+                  lineLengths(*trimmed(u"a abcd", box, trimming, &sign, {.wrapping = DWRITE_WORD_WRAPPING_WRAP})));
+        EXPECT_LT(1U, lineLengths(*trimmed(u"abcd", box / 2.0F, trimming, &sign,
+                                           {.wrapping = DWRITE_WORD_WRAPPING_EMERGENCY_BREAK}))
+                          .size());
+    }
 }
 
 TEST(Trimming, HiddenTextIsStillThereToBeHit) {
