@@ -321,6 +321,23 @@ TEST(HostsFallback, WithoutAnInstalledFontTextIsDrawnAsMissing) {
     EXPECT_EQ(1U, foreign.count);
 }
 
+TEST(HostsFallback, DrawsAPairWholeWhereItAnswersForOneHalf) {
+    IDWriteFontCollection* collection = nullptr;
+    ASSERT_EQ(S_OK, factory().GetSystemFontCollection(&collection));
+    const Reference<IDWriteFontCollection> owned(collection, false);
+    HostsFallback fallback;
+    ASSERT_EQ(S_OK, collection->GetFontFromFontFace(&regularFace("DejaVu Sans"), &fallback.font));
+    const Reference<IDWriteFont> font(fallback.font, false);
+    const auto layout = makeLayout(u"a\U0001F600b");
+    EXPECT_EQ(S_OK, later(*layout)->SetFontFallback(&fallback));
+    std::vector<unsigned> glyphs;
+    for (const DrawnCall& run : drawnRuns(*layout)) {
+        glyphs.insert(glyphs.end(), run.glyphs.begin(), run.glyphs.end());
+    }
+    // hb-shape --no-glyph-names DejaVuSans.ttf --unicodes=61,1F600,62
+    EXPECT_EQ((std::vector<unsigned>{68, 5857, 69}), glyphs);
+}
+
 TEST(HostsFallback, TheSystemsOwnIsTheSameAsNone) {
     void* queried = nullptr;
     ASSERT_EQ(S_OK, factory().QueryInterface(__uuidof(IDWriteFactory2), &queried));
