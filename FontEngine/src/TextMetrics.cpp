@@ -26,6 +26,12 @@ MbRect layoutBox(const DWRITE_TEXT_METRICS& metrics, float y) {
     return box;
 }
 
+// A layout holds most once it was asked something. Whoever takes each of many out of their list gives it back before
+// the next one is asked.
+SLayoutDesc take(SLayoutDesc& layout) {
+    return std::move(layout);
+}
+
 // A limit of 0 or less leaves the layout's own limit in place, and so does a
 // value that the layout refuses.
 void limitLayout(const oslayer::com_ptr<IDWriteTextLayout>& pLayout, double maxWidth, double maxHeight) {
@@ -127,7 +133,8 @@ oslayer::com_ptr<IDWriteTextLayout> CTextMetrics::createTextLayout(const std::ws
 MbRect CTextMetrics::computeDocumentRect(const render::CRichTextDocument& document) const {
     MbRect result;
     float y = 0.0f;
-    for (const SLayoutDesc& layout : CRichTextDocumentProcessor::process(document, m_fontEngine)) {
+    for (SLayoutDesc& waiting : CRichTextDocumentProcessor::process(document, m_fontEngine)) {
+        const SLayoutDesc layout = take(waiting);
         layout.pObject->SetWordWrapping(DWRITE_WORD_WRAPPING_NO_WRAP);
         layout.pObject->SetTextAlignment(DWRITE_TEXT_ALIGNMENT_LEADING);
         layout.pObject->SetParagraphAlignment(DWRITE_PARAGRAPH_ALIGNMENT_NEAR);
@@ -150,11 +157,12 @@ MbRect CTextMetrics::getDocumentRect(const render::CRichTextDocument& document) 
 
 std::vector<MbRect> CTextMetrics::getParagraphRects(const render::CRichTextDocument& document, double maxWidth,
                                                     double maxHeight) const {
-    const std::vector<SLayoutDesc> layouts = CRichTextDocumentProcessor::process(document, m_fontEngine);
+    std::vector<SLayoutDesc> layouts = CRichTextDocumentProcessor::process(document, m_fontEngine);
     std::vector<MbRect> result;
     result.reserve(layouts.size());
     float y = 0.0f;
-    for (const SLayoutDesc& layout : layouts) {
+    for (SLayoutDesc& waiting : layouts) {
+        const SLayoutDesc layout = take(waiting);
         const oslayer::com_ptr<IDWriteTextLayout>& pLayout = layout.pObject;
         limitLayout(pLayout, maxWidth, maxHeight);
         DWRITE_TEXT_METRICS layoutMetrics = {};
@@ -185,11 +193,12 @@ MbRect CTextMetrics::getDocumentGeometryRect(const render::CRichTextDocument& do
 
 std::vector<MbRect> CTextMetrics::getParagraphGeometryRects(const render::CRichTextDocument& document, double maxWidth,
                                                             double maxHeight) const {
-    const std::vector<SLayoutDesc> layouts = CRichTextDocumentProcessor::process(document, m_fontEngine);
+    std::vector<SLayoutDesc> layouts = CRichTextDocumentProcessor::process(document, m_fontEngine);
     std::vector<MbRect> result;
     result.reserve(layouts.size());
     D2D1_POINT_2F paragraphOrigin = {0.0f, 0.0f};
-    for (const SLayoutDesc& layout : layouts) {
+    for (SLayoutDesc& waiting : layouts) {
+        const SLayoutDesc layout = take(waiting);
         const oslayer::com_ptr<IDWriteTextLayout>& pLayout = layout.pObject;
         limitLayout(pLayout, maxWidth, maxHeight);
         CLocalTextToGlyphRunRenderer textGeometryGetter(m_d2dFactory);

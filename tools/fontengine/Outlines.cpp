@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include <oslayer/checkHResult.h>
 
@@ -74,8 +76,11 @@ public:
 
     PaintedParagraph takeResult() {
         // Bars may be drawn before the runs they belong to.
-        for (const Bar& bar : m_bars) {
-            m_result.shapes[bar.shape].color = colorOfBar(bar.x, bar.baseline, bar.width);
+        if (!m_bars.empty()) {
+            const std::vector<const PaintedRun*> runs = runsByPlace();
+            for (const Bar& bar : m_bars) {
+                m_result.shapes[bar.shape].color = colorOfBar(bar, runs);
+            }
         }
         return std::move(m_result);
     }
@@ -140,6 +145,13 @@ public:
     }
 
 private:
+    struct Bar {
+        std::size_t shape = 0;
+        double x = 0.0;
+        double baseline = 0.0;
+        double width = 0.0;
+    };
+
     static FaceKey keyOf(IDWriteFontFace* face) {
         DWRITE_FONT_METRICS metrics{};
         face->GetMetrics(&metrics);
@@ -147,11 +159,12 @@ private:
                 static_cast<int>(face->GetSimulations())};
     }
 
+    // The runs follow each other without gaps.
     const fonts::SLayoutRun* runAt(UINT32 position) const {
-        const auto run = std::find_if(m_runs.begin(), m_runs.end(), [position](const fonts::SLayoutRun& candidate) {
-            return position >= candidate.range.startPosition &&
-                   position - candidate.range.startPosition < candidate.range.length;
-        });
+        const auto run =
+            std::partition_point(m_runs.begin(), m_runs.end(), [position](const fonts::SLayoutRun& before) {
+                return before.range.startPosition + before.range.length <= position;
+            });
         return run == m_runs.end() ? nullptr : &*run;
     }
 
@@ -160,12 +173,17 @@ private:
     std::vector<std::uint32_t> colorsOf(const DWRITE_GLYPH_RUN& run,
                                         const DWRITE_GLYPH_RUN_DESCRIPTION& description) const {
         std::vector<std::uint32_t> colors(run.glyphCount, 0xFF000000U);
-        for (UINT32 i = 0; i < description.stringLength; ++i) {
-            const bool isFirst = i == 0 || description.clusterMap[i] != description.clusterMap[i - 1];
-            const fonts::SLayoutRun* source = isFirst ? runAt(description.textPosition + i) : nullptr;
-            if (source != nullptr && description.clusterMap[i] < run.glyphCount) {
-                std::fill(colors.begin() + description.clusterMap[i], colors.end(), source->token.color);
+        const UINT16* const map = description.clusterMap;
+        std::uint32_t color = 0xFF000000U;
+        for (UINT32 i = 0, next = 0; i < description.stringLength && map[i] < run.glyphCount; i = next) {
+            if (const fonts::SLayoutRun* source = runAt(description.textPosition + i)) {
+                color = source->token.color;
             }
+            while (next < description.stringLength && map[next] == map[i]) {
+                ++next;
+            }
+            const UINT32 end = next < description.stringLength ? map[next] : run.glyphCount;
+            std::fill(colors.begin() + map[i], colors.begin() + std::min(end, run.glyphCount), color);
         }
         return colors;
     }
@@ -208,19 +226,38 @@ private:
         return S_OK;
     }
 
+    // The runs with glyphs, line by line and from left to right.
+    std::vector<const PaintedRun*> runsByPlace() const {
+        std::vector<const PaintedRun*> runs;
+        for (const PaintedRun& run : m_result.runs) {
+            if (!run.glyphs.empty()) {
+                runs.push_back(&run);
+            }
+        }
+        std::stable_sort(runs.begin(), runs.end(), [](const PaintedRun* a, const PaintedRun* b) {
+            return std::pair(a->baseline, a->left) < std::pair(b->baseline, b->left);
+        });
+        return runs;
+    }
+
     // The platform says of a bar where it is, not whose it is: the run above its
     // beginning gives the colour.
-    std::uint32_t colorOfBar(double x, double baseline, double width) const {
-        const double inside = x + width * 1e-3;
-        for (const PaintedRun& run : m_result.runs) {
-            if (run.baseline != baseline || inside < run.left || run.right < inside || run.glyphs.empty()) {
+    std::uint32_t colorOfBar(const Bar& bar, const std::vector<const PaintedRun*>& runs) const {
+        const std::pair inside(bar.baseline, bar.x + bar.width * 1e-3);
+        auto run = std::partition_point(runs.begin(), runs.end(), [&inside](const PaintedRun* before) {
+            return std::pair(before->baseline, before->left) <= inside;
+        });
+        while (run != runs.begin() && (*std::prev(run))->baseline == bar.baseline) {
+            --run;
+            if ((*run)->right < inside.second) {
                 continue;
             }
-            const auto nearest = std::min_element(run.glyphs.begin(), run.glyphs.end(),
-                                                  [x](const PaintedGlyph& a, const PaintedGlyph& b) {
-                                                      return std::abs(a.place.x - x) < std::abs(b.place.x - x);
-                                                  });
-            return nearest->color;
+            const std::vector<PaintedGlyph>& glyphs = (*run)->glyphs;
+            return std::min_element(glyphs.begin(), glyphs.end(),
+                                    [x = bar.x](const PaintedGlyph& a, const PaintedGlyph& b) {
+                                        return std::abs(a.place.x - x) < std::abs(b.place.x - x);
+                                    })
+                ->color;
         }
         return m_runs.empty() ? 0xFF000000U : m_runs.front().token.color;
     }
@@ -237,13 +274,6 @@ private:
             {barOutline(bar.x, -static_cast<double>(y + offset), bar.width, static_cast<double>(thickness)),
              0xFF000000U});
     }
-
-    struct Bar {
-        std::size_t shape = 0;
-        double x = 0.0;
-        double baseline = 0.0;
-        double width = 0.0;
-    };
 
     std::vector<Bar> m_bars;
     const std::vector<fonts::SLayoutRun>& m_runs;

@@ -30,6 +30,12 @@ namespace fonts {
 //
 // Text is UTF-16, one unit per element of a std::wstring.
 //
+// Costs: time and memory grow with the length of the text, never with its square.
+// The operations on a document make the layouts of all its paragraphs before they
+// measure the first: some 800 bytes a paragraph and 10 bytes a character. What
+// measuring adds, some 50 bytes a character and at most 150 for a moment, is given
+// back before the next paragraph is measured.
+//
 // Errors: a failed platform call is thrown as oslayer::EOsLayerError (text with
 // an element above 0xFFFF and a capital size of 0 or less end so, with
 // E_INVALIDARG), a capital size that is not a number and a document's paragraph

@@ -12,6 +12,8 @@
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
+#include "layout/BidiBrackets.h"
+
 namespace platform {
 
 namespace {
@@ -101,7 +103,8 @@ bool findBidiLevels(std::u16string_view text, bool rightToLeft, std::vector<std:
     if (text.empty()) {
         return false;
     }
-    const UBiDiLevel* found = askForExactLevels(text, base);
+    const std::u16string substituted = withoutUnpairedBrackets(text);
+    const UBiDiLevel* found = askForExactLevels(substituted.empty() ? text : substituted, base);
     if (std::all_of(found, found + text.size(), [base](UBiDiLevel level) { return level == base; })) {
         return false;
     }

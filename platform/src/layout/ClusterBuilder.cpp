@@ -204,32 +204,37 @@ private:
             addHyphen(item);
             return;
         }
-        for (std::size_t i = first; i < last; ++i) {
-            const ShapedGlyph& glyph = m_run[i];
-            if (!isInvisible(i, last, end)) {
-                cluster.width += addGlyph(glyph.glyph, glyph.advance, glyph.advanceOffset, glyph.ascenderOffset);
+        for (std::size_t i = first; i < last;) {
+            std::size_t next = i + 1;
+            while (next < last && m_run[next].cluster == m_run[i].cluster) {
+                ++next;
             }
+            addGlyphs(i, next, next < last ? m_run[next].cluster : end, cluster);
+            i = next;
         }
         if (cluster.glyphStart == glyphCount()) {
             cluster.flags |= Cluster::Shapeless;
         }
     }
 
-    /// HarfBuzz leaves an empty glyph where a joiner or selector stood; here such characters have none. `end` is the
-    /// end of the text that the glyphs up to `last` stand for.
-    bool isInvisible(std::size_t index, std::size_t last, UINT32 end) const {
-        const ShapedGlyph& glyph = m_run[index];
-        if (glyph.advance != 0 || glyph.glyph != m_space) {
-            return false;
+    /// Adds the glyphs [first, last), which stand for one stretch of text up to `textEnd`. HarfBuzz leaves an empty
+    /// glyph where a joiner or selector stood; here such characters have none.
+    void addGlyphs(std::size_t first, std::size_t last, UINT32 textEnd, Cluster& cluster) {
+        const auto isEmpty = [this](const ShapedGlyph& glyph) { return glyph.advance == 0 && glyph.glyph == m_space; };
+        const auto begin = m_run.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto end = m_run.begin() + static_cast<std::ptrdiff_t>(last);
+        const bool dropsEmpty = std::any_of(begin, end, isEmpty) && holdsIgnorable(begin->cluster, textEnd);
+        for (auto glyph = begin; glyph != end; ++glyph) {
+            if (!dropsEmpty || !isEmpty(*glyph)) {
+                cluster.width += addGlyph(glyph->glyph, glyph->advance, glyph->advanceOffset, glyph->ascenderOffset);
+            }
         }
-        std::size_t next = index + 1;
-        while (next < last && m_run[next].cluster == glyph.cluster) {
-            ++next;
-        }
-        const UINT32 textEnd = next < last ? m_run[next].cluster : end;
-        for (UINT32 position = glyph.cluster; position < textEnd;) {
+    }
+
+    bool holdsIgnorable(UINT32 start, UINT32 end) const {
+        while (start < end) {
             UChar32 character = 0;
-            U16_NEXT(m_text.data(), position, textEnd, character);
+            U16_NEXT(m_text.data(), start, end, character);
             if (isIgnorable(character)) {
                 return true;
             }

@@ -70,6 +70,7 @@ ClusterStream::Taken ClusterStream::take(UINT32 end) {
         return {begin, m_taken};
     }
     if (!m_isCopying) {
+        m_copy.reserveLike(m_original);
         m_copy.append(m_original, 0, m_taken);
         m_isCopying = true;
     }

@@ -225,8 +225,11 @@ private:
         item.bidiLevel = m_levels.empty() ? m_base : m_levels[m_position];
         item.kind = kind;
         item.locale = style.locale;
-        item.object = style.inlineObject.get();
-        item.typography = style.typography.get();
+        if (kind == ItemKind::Object) {
+            item.object = style.inlineObject.get();
+        } else {
+            item.typography = style.typography.get();
+        }
         m_position = end;
         return item;
     }
@@ -255,6 +258,10 @@ bool itemize(const TextBuffer& text, const RangeProperties& properties, const Pa
              std::vector<TextItem>& items) {
     items.clear();
     if (Itemizer(text, properties, settings, items).run()) {
+        // Half of what a long list has room for may be empty.
+        if (items.size() > 100) {
+            items.shrink_to_fit();
+        }
         return true;
     }
     items.clear();

@@ -23,6 +23,7 @@ public:
         bool endsWithNewline = true;
         while (m_stream.size() > 0) {
             m_isLimited = m_isWrapping && m_lines.size() != m_settings.unwrappedLine;
+            m_edges.assign(1, 0.0F);
             finish(m_stream.take(findFittingEnd()));
             endsWithNewline = m_lines.back().newlineLength > 0;
         }
@@ -59,12 +60,13 @@ private:
         return cluster.width;
     }
 
+    /// The width of the clusters before `end`. Each is added once for a line, however often it is asked.
     float widthUpTo(UINT32 end) {
-        float x = 0.0F;
-        for (UINT32 i = 0; i < end; ++i) {
-            x += widthAt(m_stream.at(i), x);
+        while (m_edges.size() <= end) {
+            const float x = m_edges.back();
+            m_edges.push_back(x + widthAt(m_stream.at(static_cast<UINT32>(m_edges.size()) - 1), x));
         }
-        return x;
+        return m_edges[end];
     }
 
     /// The end of the next line, in clusters from its start. A line whose end takes another shape there may get too
@@ -214,6 +216,8 @@ private:
     bool m_isWrapping;
     /// Whether the line that is being broken is.
     bool m_isLimited = false;
+    /// Its clusters' left edges, as far as they were asked for.
+    std::vector<float> m_edges;
 };
 
 } // namespace

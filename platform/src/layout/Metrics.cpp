@@ -64,7 +64,14 @@ public:
     /// A tab gives way at a line's end, to nothing if need be: it counts once something that has a width follows it.
     void addTab(float stop) { m_x += tabWidth(m_x, stop); }
 
-    void mayEndWith(float hyphen) { m_starts.push_back({m_x, narrowest(hyphen)}); }
+    void mayEndWith(float hyphen) {
+        const Start start{m_x, narrowest(hyphen)};
+        // Whoever may start later and needs no more has no use for the earlier start.
+        while (!m_starts.empty() && m_starts.back().needed >= start.needed) {
+            m_starts.pop_back();
+        }
+        m_starts.push_back(start);
+    }
 
     void end() {
         m_widest = std::max(m_widest, narrowest(0.0F));

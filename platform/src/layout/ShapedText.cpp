@@ -5,6 +5,14 @@
 
 namespace platform {
 
+void ShapedText::reserveLike(const ShapedText& other) {
+    items.reserve(other.items.size());
+    clusters.reserve(other.clusters.size());
+    glyphs.reserve(other.glyphs.size());
+    advances.reserve(other.advances.size());
+    offsets.reserve(other.offsets.size());
+}
+
 void ShapedText::append(const ShapedText& other, UINT32 begin, UINT32 end) {
     if (begin == end) {
         return;

@@ -36,8 +36,11 @@ struct TextItem {
     /// No installed font has these characters: they are drawn as the face's glyph for missing characters.
     bool isMissing = false;
     Name locale;
-    IDWriteInlineObject* object = nullptr;
-    IDWriteTypography* typography = nullptr;
+    /// There may be an item for every character, so that they are kept small: an object has no features.
+    union {
+        IDWriteInlineObject* object = nullptr;
+        IDWriteTypography* typography;
+    };
     /// The item's clusters, as indices into ShapedText::clusters.
     UINT32 clusterBegin = 0;
     UINT32 clusterEnd = 0;
@@ -96,6 +99,9 @@ struct ShapedText {
         return textEnd(cluster) - clusters[cluster].textStart;
     }
     [[nodiscard]] UINT32 glyphEnd(UINT32 cluster) const noexcept { return clusters[cluster + 1].glyphStart; }
+
+    /// Makes room for as much as `other` holds.
+    void reserveLike(const ShapedText& other);
 
     /// Appends clusters [begin, end) of another text with their glyphs. A part of an item becomes an item of its own.
     void append(const ShapedText& other, UINT32 begin, UINT32 end);

@@ -16,12 +16,20 @@ struct DestroyBuffer {
 /// Outside Unicode, so that no font can have a glyph for it.
 constexpr hb_codepoint_t noCharacter = 0x110000;
 
+using BufferPtr = std::unique_ptr<hb_buffer_t, DestroyBuffer>;
+
+/// A buffer takes some 60 bytes a character and never shrinks: one that a longer run has filled is not kept.
+constexpr std::size_t longestKeptRun = 10'000;
+
+BufferPtr makeBuffer() {
+    BufferPtr created(hb_buffer_create());
+    hb_buffer_set_replacement_codepoint(created.get(), noCharacter);
+    return created;
+}
+
+/// The thread's buffer, emptied. The first shaping makes it.
 hb_buffer_t* threadsBuffer() {
-    thread_local const std::unique_ptr<hb_buffer_t, DestroyBuffer> buffer = [] {
-        std::unique_ptr<hb_buffer_t, DestroyBuffer> created(hb_buffer_create());
-        hb_buffer_set_replacement_codepoint(created.get(), noCharacter);
-        return created;
-    }();
+    thread_local const BufferPtr buffer = makeBuffer();
     hb_buffer_clear_contents(buffer.get());
     return buffer.get();
 }
@@ -61,7 +69,8 @@ void read(hb_buffer_t* buffer, bool isRightToLeft, ShapedRun& run) {
 } // namespace
 
 void shape(const ShapeRequest& request, ShapedRun& run) {
-    hb_buffer_t* buffer = threadsBuffer();
+    const BufferPtr own = request.length > longestKeptRun ? makeBuffer() : nullptr;
+    hb_buffer_t* buffer = own ? own.get() : threadsBuffer();
     fill(buffer, request);
     hb_shape(request.face->shapingFont(), buffer, request.features.data(),
              static_cast<unsigned>(request.features.size()));

@@ -29,28 +29,28 @@ std::size_t lastLineWithin(float height, const std::vector<Line>& lines) {
 } // namespace
 
 HRESULT TextPipeline::shape() {
-    m_opportunities.reset();
+    m_results->opportunities.reset();
     if (m_text.size() == 0) {
         const RunStyle& style = m_properties.at(0);
-        m_shaped = ShapedText();
-        m_emptyFace = baseFace(style);
-        m_emptySize = style.size;
-        return m_emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
+        m_results->shaped = ShapedText();
+        m_results->emptyFace = baseFace(style);
+        m_results->emptySize = style.size;
+        return m_results->emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
     }
-    if (!itemize(m_text, m_properties, settings(), m_shaped.items)) {
+    if (!itemize(m_text, m_properties, settings(), m_results->shaped.items)) {
         return DWRITE_E_NOFONT;
     }
-    buildClusters(m_text.units(), m_shaped);
-    m_emptyFace = m_shaped.items.back().face;
-    m_emptySize = m_shaped.items.back().emSize;
+    buildClusters(m_text.units(), m_results->shaped);
+    m_results->emptyFace = m_results->shaped.items.back().face;
+    m_results->emptySize = m_results->shaped.items.back().emSize;
     return S_OK;
 }
 
 const BreakOpportunities& TextPipeline::opportunities() {
-    if (!m_opportunities) {
-        m_opportunities = findBreakOpportunities(m_text.units(), m_shaped.items);
+    if (!m_results->opportunities) {
+        m_results->opportunities = findBreakOpportunities(m_text.units(), m_results->shaped.items);
     }
-    return *m_opportunities;
+    return *m_results->opportunities;
 }
 
 LineBreakSettings TextPipeline::lineBreakSettings() const {
@@ -68,25 +68,28 @@ void TextPipeline::breakIntoLines() {
     const std::function<const BreakOpportunities&()> ask = [this]() -> const BreakOpportunities& {
         return opportunities();
     };
-    breakLines(m_text.units(), m_shaped, limits, ask, m_lines, m_reshaped);
+    breakLines(m_text.units(), m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
     if (!settings().lastLineWrapping) {
-        setLineHeights(shaped(), settings(), *m_emptyFace, m_emptySize, m_lines);
-        limits.unwrappedLine = lastLineWithin(m_box.height, m_lines);
-        breakLines(m_text.units(), m_shaped, limits, ask, m_lines, m_reshaped);
+        setLineHeights(shaped(), settings(), *m_results->emptyFace, m_results->emptySize, m_results->lines);
+        limits.unwrappedLine = lastLineWithin(m_box.height, m_results->lines);
+        breakLines(m_text.units(), m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
     }
-    trimLines(m_text.units(), shaped(), settings(), m_box.width, ask, m_lines);
-    setLineHeights(shaped(), settings(), *m_emptyFace, m_emptySize, m_lines);
+    trimLines(m_text.units(), shaped(), settings(), m_box.width, ask, m_results->lines);
+    setLineHeights(shaped(), settings(), *m_results->emptyFace, m_results->emptySize, m_results->lines);
 }
 
 void TextPipeline::place() {
-    placeLines(m_text.units(), shaped(), m_lines, settings(), m_box, {}, m_placement);
+    placeLines(m_text.units(), shaped(), m_results->lines, settings(), m_box, {}, m_results->placement);
     if (settings().opticalAlignment == DWRITE_OPTICAL_ALIGNMENT_NO_SIDE_BEARINGS) {
         const std::vector<SideBearings> bearings = findSideBearings(*this);
-        placeLines(m_text.units(), shaped(), m_lines, settings(), m_box, bearings, m_placement);
+        placeLines(m_text.units(), shaped(), m_results->lines, settings(), m_box, bearings, m_results->placement);
     }
 }
 
 HRESULT TextPipeline::finish() {
+    if (!m_results) {
+        m_results = std::make_unique<Results>();
+    }
     if (m_next == Stage::Shaping) {
         if (const HRESULT result = shape(); FAILED(result)) {
             return result;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -47,12 +48,12 @@ public:
 
     /// The text as lines break it.
     [[nodiscard]] const ShapedText& shaped() const noexcept {
-        return m_reshaped.clusters.empty() ? m_shaped : m_reshaped;
+        return m_results->reshaped.clusters.empty() ? m_results->shaped : m_results->reshaped;
     }
     /// The text without regard to lines. The widths of tabs and soft hyphens are as lines left them.
-    [[nodiscard]] const ShapedText& unbroken() const noexcept { return m_shaped; }
-    [[nodiscard]] const std::vector<Line>& lines() const noexcept { return m_lines; }
-    [[nodiscard]] const Placement& placement() const noexcept { return m_placement; }
+    [[nodiscard]] const ShapedText& unbroken() const noexcept { return m_results->shaped; }
+    [[nodiscard]] const std::vector<Line>& lines() const noexcept { return m_results->lines; }
+    [[nodiscard]] const Placement& placement() const noexcept { return m_results->placement; }
     /// Found at the first call.
     const BreakOpportunities& opportunities();
 
@@ -68,14 +69,18 @@ private:
     Box m_box;
     Stage m_next = Stage::Shaping;
 
-    ShapedText m_shaped;
-    /// Of a line without text: the empty text's, or that after a newline at the end.
-    CFontFace* m_emptyFace = nullptr;
-    float m_emptySize = 0.0F;
-    std::optional<BreakOpportunities> m_opportunities;
-    ShapedText m_reshaped;
-    std::vector<Line> m_lines;
-    Placement m_placement;
+    struct Results {
+        ShapedText shaped;
+        /// Of a line without text: the empty text's, or that after a newline at the end.
+        CFontFace* emptyFace = nullptr;
+        float emptySize = 0.0F;
+        std::optional<BreakOpportunities> opportunities;
+        ShapedText reshaped;
+        std::vector<Line> lines;
+        Placement placement;
+    };
+    /// Made at the first question: many layouts may wait for theirs.
+    std::unique_ptr<Results> m_results;
 };
 
 } // namespace platform

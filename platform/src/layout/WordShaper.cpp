@@ -41,8 +41,8 @@ bool beginsWord(std::u16string_view text, std::size_t position, std::size_t end)
 class RunOfWords {
 public:
     RunOfWords(const ShapeRequest& request, WordStore::Words& words, ShapedRun& run)
-        : m_text(request.text), m_start(request.start), m_end(request.start + request.length), m_words(words),
-          m_run(run) {}
+        : m_text(request.text.substr(0, request.start + request.length)), m_start(request.start), m_end(m_text.size()),
+          m_words(words), m_run(run) {}
 
     /// False if a word cannot be shaped apart.
     bool assemble() {
@@ -112,6 +112,7 @@ private:
         return true;
     }
 
+    /// Ends with the run: what is searched for here must not be looked for in the rest of the paragraph, over and over.
     const std::u16string_view m_text;
     const std::size_t m_start;
     const std::size_t m_end;

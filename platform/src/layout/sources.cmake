@@ -1,5 +1,6 @@
 list(APPEND PLATFORM_SOURCES
     src/Factory.cpp
+    src/layout/BidiBrackets.cpp
     src/layout/BidiLevels.cpp
     src/layout/BreakIterator.cpp
     src/layout/BreakOpportunities.cpp

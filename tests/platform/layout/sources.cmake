@@ -1,5 +1,6 @@
 list(APPEND PLATFORM_TESTS
     layout/AlignmentTest.cpp
+    layout/BidiBracketsTest.cpp
     layout/BidiParagraphsTest.cpp
     layout/BreaksAndShapesTest.cpp
     layout/DrawTest.cpp

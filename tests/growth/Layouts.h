@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+
+#include "Shapes.h"
+
+namespace growth {
+
+/// Asks a layout of such a text everything that can be asked, and counts.
+void askLayout(const Shape& shape, std::size_t units);
+
+} // namespace growth
