@@ -1,3 +1,5 @@
+#include "OverlapDetector.h"
+
 #include <Common/Memoizer.h>
 #include <Common/Violations.h>
 
@@ -6,6 +8,7 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <latch>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -176,6 +179,50 @@ TEST(Memoizer, ServesSeveralThreadsAndComputesEachKeyOnce) {
     }
     EXPECT_EQ(computed, 500);
     EXPECT_EQ(wrong, 0);
+}
+
+TEST(Memoizer, ComputesOneValueAtATimeWhateverTheThreads) {
+    OverlapDetector computing;
+    Memoizer memoizer(
+        100,
+        [&](const int& number) {
+            computing.pass();
+            return std::to_string(number);
+        },
+        [](const int& number) { return static_cast<std::size_t>(number); });
+    std::latch start(4);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&, thread] {
+            start.arrive_and_wait();
+            for (int key = 0; key < 10; ++key) {
+                (void)memoizer.get(10 * thread + key);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_FALSE(computing.overlapped());
+}
+
+TEST(Memoizer, KnownValuesAreHandedOutWhileOthersAreEvicted) {
+    // References hold until the next eviction only, so nothing is read through them.
+    Counted counted(4);
+    std::latch start(4);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&, thread] {
+            start.arrive_and_wait();
+            for (int i = 0; i < 2000; ++i) {
+                (void)counted.memoizer.get((i * (thread + 1)) % 7);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(counted.memoizer.get(3), "3");
 }
 
 bool allKeysEqual = false;

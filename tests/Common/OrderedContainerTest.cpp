@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <barrier>
 #include <cstddef>
 #include <latch>
 #include <random>
@@ -173,6 +176,95 @@ TEST(OrderedContainer, ACopyIsReadInOrderWhileItsSourceIsReadOnAnotherThread) {
     first.join();
     second.join();
     EXPECT_EQ(wrong[0] + wrong[1] + wrong[2], 0);
+}
+
+/// Containers of 200 items, the last key first, that nobody has read yet.
+std::vector<Container> unreadContainers(std::size_t count) {
+    Container::Items items;
+    Container::Positions positions;
+    for (std::uint8_t i = 0; i < 200; ++i) {
+        items.emplace(key(i), std::to_string(i));
+        positions.emplace(key(i), at(static_cast<std::uint8_t>(199 - i)));
+    }
+    std::vector<Container> containers;
+    for (std::size_t i = 0; i < count; ++i) {
+        containers.emplace_back(items, positions);
+    }
+    return containers;
+}
+
+bool isInOrder(const std::vector<UUID>& keys) {
+    return keys.size() == 200 && keys.front() == key(199) &&
+           std::is_sorted(keys.rbegin(), keys.rend(), [](const UUID& left, const UUID& right) { return left < right; });
+}
+
+TEST(OrderedContainer, ThreadsThatAreTheFirstToReadAllFindItsOrder) {
+    const std::vector<Container> containers = unreadContainers(200);
+    constexpr int threadCount = 3;
+    std::barrier round(threadCount);
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < threadCount; ++thread) {
+        threads.emplace_back([&] {
+            for (const Container& unread : containers) {
+                round.arrive_and_wait();
+                wrong += isInOrder(unread.orderedKeys()) ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(OrderedContainer, CopiesTakenWhileItIsReadForTheFirstTimeAreInOrder) {
+    const std::vector<Container> containers = unreadContainers(200);
+    std::barrier round(2);
+    int wrong = 0;
+    std::thread reader([&] {
+        for (const Container& unread : containers) {
+            round.arrive_and_wait();
+            (void)unread.orderedKeys();
+        }
+    });
+    for (const Container& unread : containers) {
+        round.arrive_and_wait();
+        const Container copy(unread);
+        wrong += isInOrder(copy.orderedKeys()) ? 0 : 1;
+    }
+    reader.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+/// Turns the kept order around, which shows later where it is served again and where it has been made anew.
+void markOrder(Container& read) {
+    auto& keys = const_cast<std::vector<UUID>&>(read.orderedKeys());
+    std::reverse(keys.begin(), keys.end());
+}
+
+TEST(OrderedContainer, ItsOrderIsComputedAtTheFirstReadAndNotAgain) {
+    std::vector<Container> containers = unreadContainers(1);
+    Container& container = containers.front();
+    EXPECT_TRUE(isInOrder(container.orderedKeys()));
+    markOrder(container);
+    EXPECT_EQ(container.orderedKeys().front(), key(0));
+    EXPECT_EQ(container.at(0), "0");
+}
+
+TEST(OrderedContainer, ACopyHasTheOrderThatWasComputedForItsSource) {
+    std::vector<Container> containers = unreadContainers(2);
+    const Container unread(containers[1]);
+    EXPECT_TRUE(isInOrder(unread.orderedKeys()));
+
+    markOrder(containers[0]);
+    const Container copy(containers[0]);
+    EXPECT_EQ(copy.orderedKeys().front(), key(0));
+    Container assigned;
+    assigned = containers[0];
+    EXPECT_EQ(assigned.orderedKeys().front(), key(0));
+    const Container taken(std::move(containers[0]));
+    EXPECT_EQ(taken.orderedKeys().front(), key(0));
 }
 
 TEST(OrderedContainer, ACopyOutlivesItsSource) {

@@ -1,9 +1,12 @@
+#include "../Common/OverlapDetector.h"
 #include "RecordingSink.h"
 
 #include <oslayer/Logger.h>
 
 #include <gtest/gtest.h>
 
+#include <latch>
+#include <memory>
 #include <string>
 #include <thread>
 #include <utility>
@@ -73,6 +76,51 @@ TEST(Logger, RecordsOfAllThreadsReachTheSinkOneAtATime) {
         thread.join();
     }
     EXPECT_EQ(sink.records.size(), 1000U);
+}
+
+TEST(Logger, TheSinkIsNeverEnteredByTwoThreadsAtOnce) {
+    OverlapDetector sink;
+    CLogger::Sink former = CLogger::instance().setSink([&](std::int32_t, const std::string&) { sink.pass(); });
+    std::latch start(4);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&] {
+            start.arrive_and_wait();
+            for (int i = 0; i < 10; ++i) {
+                const SLogRecord record(1, "text");
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    CLogger::instance().setSink(std::move(former));
+    EXPECT_FALSE(sink.overlapped());
+}
+
+TEST(Logger, ASinkThatIsReplacedHasSeenTheLastOfItsRecords) {
+    // A record that came after would find the counter it was given destroyed.
+    CLogger::Sink former = CLogger::instance().setSink(nullptr);
+    std::latch start(3);
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 2; ++thread) {
+        threads.emplace_back([&] {
+            start.arrive_and_wait();
+            for (int i = 0; i < 500; ++i) {
+                const SLogRecord record(1, "text");
+            }
+        });
+    }
+    start.arrive_and_wait();
+    for (int i = 0; i < 500; ++i) {
+        auto count = std::make_unique<int>(0);
+        CLogger::instance().setSink([seen = count.get()](std::int32_t, const std::string&) { ++*seen; });
+        CLogger::instance().setSink(nullptr);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    CLogger::instance().setSink(std::move(former));
 }
 
 } // namespace
