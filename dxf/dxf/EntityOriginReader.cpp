@@ -40,6 +40,7 @@ bool isAboutTheText(std::string_view application) {
 
 EntityOriginReader::EntityOriginReader(const Pair& first) {
     m_origin.style = PairStyle::of(first.bytes);
+    m_origin.isMText = first.is(0, "MTEXT");
 }
 
 bool EntityOriginReader::addBracketed(const Pair& pair) {

@@ -77,7 +77,8 @@ EntityWriter::EntityWriter(const Drawing& drawing, const EntityOrigin& origin, H
     : m_drawing(drawing), m_origin(origin), m_handles(handles), m_pairs(m_output, origin.style) {}
 
 bool EntityWriter::hasMText() const noexcept {
-    return m_drawing.header.versionNumber() >= versionR13;
+    // Whatever version a drawing names, or none: who reads the one reads the other.
+    return m_origin.isMText || m_drawing.header.versionNumber() >= versionR13;
 }
 
 bool EntityWriter::hasHatch() const noexcept {

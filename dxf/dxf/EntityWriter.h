@@ -60,6 +60,7 @@ struct EntityOrigin {
     std::uint64_t handle = 0; ///< Goes to the first piece, so that whatever refers to the text finds one.
     std::uint64_t owner = 0;
     bool hasSubclasses = false;
+    bool isMText = false; ///< The text is an MTEXT itself.
     PairStyle style;
 };
 
@@ -84,7 +85,7 @@ class EntityWriter {
 public:
     EntityWriter(const Drawing& drawing, const EntityOrigin& origin, HandleSource& handles);
 
-    [[nodiscard]] bool hasMText() const noexcept; ///< R13 and later.
+    [[nodiscard]] bool hasMText() const noexcept; ///< R13 and later, and in place of an MTEXT.
     [[nodiscard]] bool hasHatch() const noexcept; ///< R14 and later.
 
     void mtext(const MTextPiece& piece);

@@ -122,6 +122,68 @@ TEST_F(Program, NamesEachIgnoredCodeOnceWithItsCount) {
     EXPECT_NE(outcome.out.find("1 x character spacing ignored"), std::string::npos) << outcome.out;
 }
 
+TEST_F(Program, IgnoresAlignmentWithinALineOnlyWhereItsHeightsDiffer) {
+    const auto out = [&](const std::string& content) {
+        const std::string width = "41 20.0";
+        return run("layout " + quoted(file("in.dxf", drawing(mtextEntity(content, width))))).out;
+    };
+    const std::string words = "alignment within a line ignored";
+    EXPECT_EQ(out(R"(\A1;one line)").find(words), std::string::npos);
+    EXPECT_NE(out(R"(\A1;one {\H5;two})").find(words), std::string::npos);
+    // Wrapped, each height has lines of its own.
+    EXPECT_EQ(out(R"(\A1;oneoneoneone {\H5;twotwo})").find(words), std::string::npos);
+}
+
+TEST_F(Program, NamesTheFirstFewCharactersThatNoFontHas) {
+    std::string many;
+    for (char last = '\x80'; last < '\x88'; ++last) {
+        many += std::string("\xEE\x80") + last; // U+E000 to U+E007
+    }
+    const std::string json = path("out.json");
+    const Outcome outcome =
+        run("layout --json " + quoted(json) + " " +
+            quoted(file("in.dxf", drawing(mtextEntity(many + "\xF0\x90\x80\x80\xF3\xB0\x80\x80")))));
+    EXPECT_NE(outcome.out.find("are in no installed font and are shown as boxes: U+E000 \"\xEE\x80\x80\" (1, first in "
+                               "the text at line 49), U+E001"),
+              std::string::npos)
+        << outcome.out;
+    EXPECT_NE(outcome.out.find("U+E004"), std::string::npos) << outcome.out;
+    EXPECT_EQ(outcome.out.find("U+E005"), std::string::npos) << outcome.out;
+    const nlohmann::json drawing = nlohmann::json::parse(contentsOf(json))["drawings"][0];
+    const nlohmann::json& last = drawing["missingCharacters"].back();
+    EXPECT_EQ(last["codePoint"], "U+F0000");
+    EXPECT_EQ(last["character"], "\xF3\xB0\x80\x80");
+    EXPECT_EQ(last["line"], 49);
+}
+
+TEST_F(Program, CountsTextsThatShowNothingApart) {
+    const std::string two = drawing(mtextEntity("Shown") + "\n" + mtextEntity(R"(\W2; )", "", "21"));
+    const Outcome outcome = run("layout " + quoted(file("two.dxf", two)));
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.out.find("1 texts laid out, 1 show nothing"), std::string::npos) << outcome.out;
+    EXPECT_EQ(outcome.out.find("ignored"), std::string::npos) << outcome.out;
+    const Outcome blank = run("layout " + quoted(file("blank.dxf", drawing(mtextEntity("  ")))));
+    EXPECT_EQ(blank.exitCode, 6);
+    EXPECT_NE(blank.err.find("holds no text that shows anything"), std::string::npos) << blank.err;
+}
+
+TEST_F(Program, SaysHowManyTextsStandInBlocksThatNothingInserts) {
+    const std::string block = "0 BLOCK\n5 30\n8 0\n2 DOOR\n70 0\n10 0.0\n20 0.0\n30 0.0\n";
+    const std::string definition = "0 ATTDEF\n5 33\n8 0\n10 0.0\n20 0.0\n40 1.0\n1 value\n2 TAG\n70 0\n";
+    const Outcome library =
+        run("layout " +
+            quoted(file("library.dxf", drawing("", "AC1032", "DejaVuSans.ttf",
+                                               block + mtextEntity("A", "", "31") + "\n" + mtextEntity("B", "", "32") +
+                                                   "\n" + definition + "0 ENDBLK\n5 34"))));
+    EXPECT_EQ(library.exitCode, 6);
+    EXPECT_NE(library.err.find("shows no text; its blocks hold 2 that no reference places"), std::string::npos)
+        << library.err;
+    const Outcome bare = run(
+        "layout " + quoted(file("bare.dxf", drawing("", "AC1032", "DejaVuSans.ttf", block + definition + "0 ENDBLK"))));
+    EXPECT_EQ(bare.exitCode, 6);
+    EXPECT_NE(bare.err.find("holds no text;"), std::string::npos) << bare.err;
+}
+
 TEST_F(Program, CountsHiddenTexts) {
     const std::string input =
         file("hidden.dxf", drawing(mtextEntity("Shown") + "\n" + mtextEntity("Hidden", "60 1", "21")));

@@ -31,26 +31,6 @@ dxf::Drawing readDrawingFile(const std::string& path, InputFile& file) {
 
 namespace {
 
-void countIgnored(LaidOutDrawing& result, const std::vector<mtext::Diagnostic>& diagnostics) {
-    for (const mtext::Diagnostic& diagnostic : diagnostics) {
-        auto known = std::find_if(result.ignored.begin(), result.ignored.end(),
-                                  [&](const IgnoredCode& other) { return other.code == diagnostic.code; });
-        if (known == result.ignored.end()) {
-            result.ignored.push_back({diagnostic.code, 0, diagnostic.text, result.texts.size(), diagnostic.position});
-            known = result.ignored.end() - 1;
-        }
-        ++known->count;
-    }
-}
-
-// What the reader of contents could not know is laid out after all.
-void dropExpressed(std::vector<mtext::Diagnostic>& diagnostics, const LaidOutText& text) {
-    std::erase_if(diagnostics, [&text](const mtext::Diagnostic& diagnostic) {
-        return (diagnostic.code == mtext::DiagnosticCode::ParagraphIndent && text.indentsExpressed) ||
-               (diagnostic.code == mtext::DiagnosticCode::ParagraphSpacing && text.spacingExpressed);
-    });
-}
-
 std::string nameOf(const dxf::TextEntity& text) {
     return "text at line " + std::to_string(text.line);
 }
@@ -59,17 +39,15 @@ std::string nameOf(const dxf::TextEntity& text) {
 // keep the others from being laid out.
 void layOutOne(Session& session, LaidOutDrawing& result, const dxf::PlacedText& placed,
                const TextLayoutOptions& options) {
-    TextDocument document = makeTextDocument(result.drawing, placed, session.fontMap());
+    const TextDocument document = makeTextDocument(result.drawing, placed, session.fontMap());
     try {
         LaidOutText text = layOutText(session, placed, document, options);
-        dropExpressed(document.diagnostics, text);
-        for (const LaidOutParagraph& paragraph : text.paragraphs) {
-            result.missingGlyphs += paragraph.painted.missingGlyphs;
-        }
-        countIgnored(result, document.diagnostics);
+        std::vector<mtext::Diagnostic> diagnostics = unmetDiagnostics(document, text);
+        result.notes.add(diagnostics, missingCharacters(text), placed.text->line);
+        result.emptyTexts += showsNothing(text) ? 1U : 0U;
         result.texts.push_back(std::move(text));
         result.placed.push_back(placed);
-        result.diagnostics.push_back(std::move(document.diagnostics));
+        result.diagnostics.push_back(std::move(diagnostics));
     } catch (const std::bad_alloc&) {
         throw;
     } catch (...) {

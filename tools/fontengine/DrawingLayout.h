@@ -11,18 +11,9 @@
 #include "InputFile.h"
 #include "Session.h"
 #include "TextLayout.h"
+#include "TextNotes.h"
 
 namespace tool {
-
-// One code of the texts that the library could not express, with the text and
-// the position where it was met first.
-struct IgnoredCode {
-    mtext::DiagnosticCode code = mtext::DiagnosticCode::UnknownCode;
-    std::size_t count = 0;
-    std::wstring example;
-    std::size_t exampleText = 0; // index in LaidOutDrawing::texts
-    std::size_t examplePosition = 0;
-};
 
 // A drawing with all visible texts laid out, and what a person should know.
 struct LaidOutDrawing {
@@ -31,9 +22,9 @@ struct LaidOutDrawing {
     std::vector<dxf::PlacedText> placed; // one per text, same order as `texts`
     std::vector<LaidOutText> texts;
     std::vector<std::vector<mtext::Diagnostic>> diagnostics; // one list per text
-    std::vector<IgnoredCode> ignored;                        // one per kind of code
-    std::size_t hiddenTexts = 0;                             // on layers that are off or frozen, or invisible
-    std::size_t missingGlyphs = 0;
+    TextNotes notes;
+    std::size_t emptyTexts = 0;        // of the texts; they show nothing
+    std::size_t hiddenTexts = 0;       // on layers that are off or frozen, or invisible
     std::vector<std::string> failures; // texts that could not be laid out, and why
 };
 

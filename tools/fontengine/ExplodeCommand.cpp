@@ -82,13 +82,13 @@ void report(const ExplodeOptions& options, const Outcome& outcome) {
     say(counts.underlines, "underlines became areas");
     say(counts.emptyTexts, "paragraph texts show nothing and stay as they are");
     say(outcome.lineTexts, "one-line texts stay as they are");
-    say(counts.missingGlyphs, "characters are in no installed font and are shown as boxes");
     for (const dxf::Problem& problem : outcome.drawing.problems) {
         std::cout << "  damaged: " << problem.message << '\n';
     }
     for (const std::string& failure : outcome.exploder.failures()) {
         std::cout << "  left as it is: " << failure << '\n';
     }
+    report(outcome.exploder.notes());
     if (const auto& trip = outcome.roundTrip) {
         std::cout << "  round trip: " << trip->glyphs << " glyphs, " << trip->different
                   << " different, largest deviation " << trip->largestDeviation * 100.0 << " % of the cap height";
@@ -117,7 +117,7 @@ void writeReport(const std::string& path, const ExplodeOptions& options, const O
     json["underlines"] = counts.underlines;
     json["emptyTexts"] = counts.emptyTexts;
     json["lineTexts"] = outcome.lineTexts;
-    json["missingGlyphs"] = counts.missingGlyphs;
+    addNotes(json, outcome.exploder.notes());
     json["failures"] = outcome.exploder.failures();
     json["problems"] = Json::array();
     for (const dxf::Problem& problem : outcome.drawing.problems) {
@@ -147,7 +147,9 @@ ExitCode exitCodeOf(const ExplodeOptions& options, const Outcome& outcome) {
         return ExitCode::DamagedInput;
     }
     if (outcome.exploder.counts().texts == 0) {
-        std::cerr << "fontengine: " << inputName(options.input) << ": holds no paragraph text; the copy is unchanged\n";
+        const bool onlyEmpty = outcome.exploder.counts().emptyTexts > 0;
+        std::cerr << "fontengine: " << inputName(options.input) << ": holds no paragraph text"
+                  << (onlyEmpty ? " that shows anything" : "") << "; the copy is unchanged\n";
         return ExitCode::NoText;
     }
     return ExitCode::Success;
@@ -171,7 +173,7 @@ ExitCode runExplode(const ExplodeOptions& options) {
         std::count_if(drawing.texts.begin(), drawing.texts.end(),
                       [](const dxf::TextEntity& text) { return text.kind == dxf::TextKind::Text; }));
     if (options.check) {
-        outcome.roundTrip = checkRoundTrip(session, output.collected(), drawing, exploder);
+        outcome.roundTrip = checkRoundTrip(session, readDrawingFile(output.collected()), drawing, exploder);
     }
     output.commit();
     report(options, outcome);

@@ -31,7 +31,7 @@ void add(ExplodeCounts& sum, const ExplodeCounts& part) {
     for (std::size_t ExplodeCounts::*count :
          {&ExplodeCounts::texts, &ExplodeCounts::emptyTexts, &ExplodeCounts::clusters, &ExplodeCounts::clusterTexts,
           &ExplodeCounts::joined, &ExplodeCounts::moved, &ExplodeCounts::outlined, &ExplodeCounts::blanks,
-          &ExplodeCounts::underlines, &ExplodeCounts::missingGlyphs}) {
+          &ExplodeCounts::underlines}) {
         sum.*count += part.*count;
     }
 }
@@ -126,11 +126,12 @@ Exploder::Pieces Exploder::explode(const dxf::TextEntity& text) {
     const TextDocument document = makeTextDocument(m_drawing, placed, m_session.fontMap(), PieceColors::ofText);
     const LaidOutText laidOut = layOutText(m_session, placed, document, {.mode = LayoutMode::Clusters});
     Pieces pieces;
+    pieces.diagnostics = unmetDiagnostics(document, laidOut);
+    pieces.missing = missingCharacters(laidOut);
     for (const LaidOutParagraph& paragraph : laidOut.paragraphs) {
         for (const LaidOutCluster& cluster : paragraph.clusters) {
             addCluster(pieces, text, laidOut, paragraph, cluster);
         }
-        pieces.counts.missingGlyphs += paragraph.painted.missingGlyphs;
         for (std::size_t i = 0; i < paragraph.underlines.size(); ++i) {
             addUnderline(pieces, laidOut, paragraph.underlines[i],
                          paragraph.painted.shapes.at(paragraph.painted.bars.at(i)).color);
@@ -171,7 +172,8 @@ void Exploder::replace(const dxf::TextEntity& text, dxf::EntityWriter& writer) {
     }
     write(pieces, text, writer);
     ++pieces.counts.texts;
-    m_exploded.insert(text.ordinal);
+    m_exploded.emplace(text.ordinal, pieces.texts.size());
+    m_notes.add(pieces.diagnostics, pieces.missing, text.line);
     add(m_counts, pieces.counts);
     m_expected.insert(m_expected.end(), pieces.expected.begin(), pieces.expected.end());
 }

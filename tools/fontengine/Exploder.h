@@ -1,6 +1,6 @@
 #pragma once
 
-#include <set>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -10,6 +10,7 @@
 #include "DrawnGlyphs.h"
 #include "PieceColors.h"
 #include "Session.h"
+#include "TextNotes.h"
 
 namespace tool {
 
@@ -20,16 +21,15 @@ enum class PieceKind {
 
 // What became of the texts.
 struct ExplodeCounts {
-    std::size_t texts = 0;         // that became pieces
-    std::size_t emptyTexts = 0;    // that show nothing and stay as they are
-    std::size_t clusters = 0;      // of the texts that became pieces
-    std::size_t clusterTexts = 0;  // clusters that became texts
-    std::size_t joined = 0;        // of those: with joiners, to keep their shape
-    std::size_t moved = 0;         // of those: where the library's place is not where the cluster is drawn
-    std::size_t outlined = 0;      // clusters that became outlines
-    std::size_t blanks = 0;        // clusters without ink, left out
-    std::size_t underlines = 0;    // bars that became areas
-    std::size_t missingGlyphs = 0; // characters that no installed font has
+    std::size_t texts = 0;        // that became pieces
+    std::size_t emptyTexts = 0;   // that show nothing and stay as they are
+    std::size_t clusters = 0;     // of the texts that became pieces
+    std::size_t clusterTexts = 0; // clusters that became texts
+    std::size_t joined = 0;       // of those: with joiners, to keep their shape
+    std::size_t moved = 0;        // of those: where the library's place is not where the cluster is drawn
+    std::size_t outlined = 0;     // clusters that became outlines
+    std::size_t blanks = 0;       // clusters without ink, left out
+    std::size_t underlines = 0;   // bars that became areas
 };
 
 // A glyph that the exploded drawing has to show as text.
@@ -50,8 +50,10 @@ public:
 
     [[nodiscard]] const ExplodeCounts& counts() const { return m_counts; }
     [[nodiscard]] const std::vector<ExpectedGlyph>& expected() const { return m_expected; }
-    // Ordinals of the texts that became pieces.
-    [[nodiscard]] const std::set<std::size_t>& exploded() const { return m_exploded; }
+    // How many single-line texts each text became that became pieces, by its ordinal.
+    [[nodiscard]] const std::map<std::size_t, std::size_t>& exploded() const { return m_exploded; }
+    // What the pieces do not show as their texts asked for it.
+    [[nodiscard]] const TextNotes& notes() const { return m_notes; }
     // Texts that could not be laid out and stay as they are, and why.
     [[nodiscard]] const std::vector<std::string>& failures() const { return m_failures; }
 
@@ -65,6 +67,8 @@ private:
         std::vector<dxf::MTextPiece> texts;
         std::vector<Area> areas;
         std::vector<ExpectedGlyph> expected;
+        std::vector<mtext::Diagnostic> diagnostics;
+        std::vector<char32_t> missing;
         ExplodeCounts counts;
     };
 
@@ -84,7 +88,8 @@ private:
     PieceColors m_colors;
     ExplodeCounts m_counts;
     std::vector<ExpectedGlyph> m_expected;
-    std::set<std::size_t> m_exploded;
+    std::map<std::size_t, std::size_t> m_exploded;
+    TextNotes m_notes;
     std::vector<std::string> m_failures;
 };
 

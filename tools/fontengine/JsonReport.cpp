@@ -121,14 +121,8 @@ Json toJson(const LaidOutDrawing& drawing) {
     }
     json["failures"] = drawing.failures;
     json["hiddenTexts"] = drawing.hiddenTexts;
-    json["missingGlyphs"] = drawing.missingGlyphs;
-    json["ignoredCodes"] = Json::array();
-    for (const IgnoredCode& ignored : drawing.ignored) {
-        json["ignoredCodes"].push_back({{"code", mtext::diagnosticName(ignored.code)},
-                                        {"description", mtext::diagnosticDescription(ignored.code)},
-                                        {"count", ignored.count},
-                                        {"example", common::utf8FromWide(ignored.example)}});
-    }
+    json["emptyTexts"] = drawing.emptyTexts;
+    addNotes(json, drawing.notes);
     json["texts"] = Json::array();
     for (std::size_t i = 0; i < drawing.texts.size(); ++i) {
         json["texts"].push_back(toJson(drawing.placed[i], drawing.texts[i], drawing.diagnostics[i]));

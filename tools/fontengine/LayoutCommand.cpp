@@ -1,8 +1,7 @@
 #include "LayoutCommand.h"
 
+#include <algorithm>
 #include <iostream>
-
-#include <Common/Utf.h>
 
 #include "DrawingLayout.h"
 #include "JsonReport.h"
@@ -16,7 +15,10 @@ namespace tool {
 namespace {
 
 void report(const LaidOutDrawing& drawing) {
-    std::cout << inputName(drawing.path) << ": " << drawing.texts.size() << " texts laid out";
+    std::cout << inputName(drawing.path) << ": " << drawing.texts.size() - drawing.emptyTexts << " texts laid out";
+    if (drawing.emptyTexts > 0) {
+        std::cout << ", " << drawing.emptyTexts << " show nothing";
+    }
     if (drawing.hiddenTexts > 0) {
         std::cout << ", " << drawing.hiddenTexts << " hidden ones left out";
     }
@@ -31,14 +33,28 @@ void report(const LaidOutDrawing& drawing) {
         std::cout << "  " << drawing.drawing.replacedBytes
                   << " bytes are no characters of the drawing's code page and are shown as U+FFFD\n";
     }
-    if (drawing.missingGlyphs > 0) {
-        std::cout << "  " << drawing.missingGlyphs << " characters are in no installed font and are shown as boxes\n";
+    report(drawing.notes);
+}
+
+// Texts in blocks that show when somebody inserts them.
+std::size_t countInBlocks(const dxf::Drawing& drawing) {
+    return static_cast<std::size_t>(
+        std::count_if(drawing.texts.begin(), drawing.texts.end(), [](const dxf::TextEntity& text) {
+            return !text.block.empty() && (text.kind != dxf::TextKind::AttDef || text.constant);
+        }));
+}
+
+// Why nothing of a sound drawing was laid out.
+std::string reasonForNothing(const LaidOutDrawing& drawing) {
+    if (drawing.emptyTexts > 0) {
+        return "holds no text that shows anything; there is nothing to lay out";
     }
-    for (const IgnoredCode& ignored : drawing.ignored) {
-        std::cout << "  " << ignored.count << " x " << mtext::diagnosticDescription(ignored.code)
-                  << " (first: " << common::utf8FromWide(ignored.example) << " in the text at line "
-                  << drawing.placed[ignored.exampleText].text->line << ")\n";
+    const std::size_t inBlocks = countInBlocks(drawing.drawing);
+    if (inBlocks == 0) {
+        return "holds no text; there is nothing to lay out";
     }
+    return "shows no text; its blocks hold " + std::to_string(inBlocks) +
+           " that no reference places; lay out a drawing that inserts them";
 }
 
 ExitCode worst(const std::vector<LaidOutDrawing>& drawings) {
@@ -49,8 +65,9 @@ ExitCode worst(const std::vector<LaidOutDrawing>& drawings) {
         }
         if (drawing.drawing.truncated()) {
             code = ExitCode::DamagedInput;
-        } else if (drawing.texts.empty() && drawing.hiddenTexts == 0 && code == ExitCode::Success) {
-            std::cerr << "fontengine: " << inputName(drawing.path) << ": holds no text; there is nothing to lay out\n";
+        } else if (drawing.texts.size() == drawing.emptyTexts && drawing.hiddenTexts == 0 &&
+                   code == ExitCode::Success) {
+            std::cerr << "fontengine: " << inputName(drawing.path) << ": " << reasonForNothing(drawing) << '\n';
             code = ExitCode::NoText;
         }
     }

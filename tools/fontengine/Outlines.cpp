@@ -10,6 +10,8 @@
 
 #include <oslayer/checkHResult.h>
 
+#include "MissingCharacters.h"
+
 namespace tool {
 
 namespace {
@@ -125,6 +127,7 @@ public:
             painted.capSize = static_cast<double>(source->token.fontCapSize);
         }
         const HRESULT result = addGlyphs(painted, static_cast<double>(x), *run, colorsOf(*run, *description));
+        appendMissing(m_result.missing, *run, *description);
         m_result.runs.push_back(std::move(painted));
         return result;
     }
@@ -217,7 +220,6 @@ private:
                 glyph.shape = m_result.shapes.size();
                 m_result.shapes.push_back(std::move(shape));
             }
-            m_result.missingGlyphs += glyph.index == 0 ? 1U : 0U;
             pen += direction * advance;
             painted.left = std::min(painted.left, pen);
             painted.right = std::max(painted.right, pen);

@@ -68,7 +68,7 @@ struct PaintedParagraph {
     std::vector<PaintedRun> runs;  // in the order of drawing
     std::vector<std::size_t> bars; // the shapes that are bars, in the order of drawing
     std::vector<double> baselines; // y of each line, top to bottom
-    std::size_t missingGlyphs = 0; // characters that no installed font has
+    std::vector<char32_t> missing; // characters that no installed font has
 };
 
 // Draws the paragraph's layout, as it stands, into outlines. Throws

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <string>
-#include <vector>
+#include <cstddef>
+#include <cstdint>
 
 #include "Exploder.h"
 #include "Session.h"
@@ -20,9 +20,9 @@ struct RoundTrip {
     [[nodiscard]] bool holds() const { return different == 0 && largestDeviation < 0.01; }
 };
 
-// Reads the exploded drawing as any other and compares glyph by glyph with what
+// Lays the exploded drawing out as any other and compares glyph by glyph with what
 // `exploder` remembers of `original`. Texts that stayed as they were are not compared.
-RoundTrip checkRoundTrip(Session& session, const std::string& path, const dxf::Drawing& original,
+RoundTrip checkRoundTrip(Session& session, const dxf::Drawing& exploded, const dxf::Drawing& original,
                          const Exploder& exploder);
 
 } // namespace tool
