@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -34,7 +35,7 @@ protected:
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
         std::string name = std::string(test->test_suite_name()) + "-" + test->name();
         std::replace(name.begin(), name.end(), '/', '-'); // of suites with parameters
-        m_folder = std::filesystem::temp_directory_path() / ("fontengine-" + name);
+        m_folder = std::filesystem::temp_directory_path() / ("fontengine-" + name + "-" + std::to_string(getpid()));
         std::filesystem::remove_all(m_folder);
         std::filesystem::create_directories(m_folder);
     }

@@ -216,6 +216,50 @@ TEST_F(Program, MeasuresAnUnknownFamilyWithTheFallbackFontAndSaysSo) {
     EXPECT_NE(outcome.out.find("instead of No Such Family, which is not installed"), std::string::npos) << outcome.out;
 }
 
+TEST_F(Program, MeasuresAReplacedFamilyByTheNumbersOfItsReplacement) {
+    // Liberation Sans: H is 1479 of 2048 units wide, capitals are 1409 high, the ascent is 1854 and the descent 434
+    // (fontTools: hmtx, OS/2.sCapHeight, head, hhea).
+    const Outcome outcome = run("measure HH --font Arial --cap-size 1409 --json");
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.err;
+    const nlohmann::json json = nlohmann::json::parse(outcome.out);
+    EXPECT_EQ(json["requestedFont"], "Arial");
+    EXPECT_EQ(json["family"], "Liberation Sans");
+    EXPECT_FALSE(json["installed"].get<bool>());
+    EXPECT_EQ(json["drawnBy"], nlohmann::json::parse(R"(["Liberation Sans"])"));
+    EXPECT_NEAR(json["emSize"].get<double>(), 2048.0, 0.01);
+    EXPECT_NEAR(json["metrics"]["ascent"].get<double>(), 1854.0, 0.01);
+    EXPECT_NEAR(json["metrics"]["descent"].get<double>(), 434.0, 0.01);
+    EXPECT_NEAR(json["box"][2].get<double>() - json["box"][0].get<double>(), 2958.0, 0.1);
+}
+
+TEST_F(Program, MeasureReplacesFontsAsDrawingsDo) {
+    const std::string map = " --font-map " + quoted(file("map.json", R"({"romans.shx": "Liberation Mono"})"));
+    EXPECT_NE(run("measure A --font ROMANS --cap-size 1" + map)
+                  .out.find("Liberation Mono (instead of ROMANS, which is not installed)"),
+              std::string::npos);
+    EXPECT_NE(run("measure A --font LiberationSerif-Regular.ttf --cap-size 1")
+                  .out.find("Liberation Serif (draws the "
+                            "text of"),
+              std::string::npos);
+}
+
+TEST_F(Program, MeasureNamesEveryFamilyThatDraws) {
+    const Outcome outcome = run("measure \"u寸\" --font \"DejaVu Sans\" --cap-size 1 --json");
+    const nlohmann::json json = nlohmann::json::parse(outcome.out, nullptr, false);
+    ASSERT_TRUE(json.is_object()) << outcome.err;
+    EXPECT_EQ(json["family"], "DejaVu Sans");
+    ASSERT_EQ(json["drawnBy"].size(), 2U) << json["drawnBy"];
+    EXPECT_EQ(json["drawnBy"][0], "DejaVu Sans");
+    EXPECT_TRUE(json["drawnBy"][1].get<std::string>().starts_with("Noto Sans CJK")) << json["drawnBy"];
+}
+
+TEST_F(Program, MeasureNamesTheFamilyThatDrawsTheTextOfOneOfItsWidths) {
+    // The families of the Win32 model are faces of one family where text is laid out.
+    const Outcome outcome = run("measure u --font \"DejaVu Sans Condensed\" --cap-size 1");
+    EXPECT_NE(outcome.out.find("DejaVu Sans (draws the text of DejaVu Sans Condensed)"), std::string::npos)
+        << outcome.out;
+}
+
 TEST_F(Program, ListsFamiliesAndTheFontsOfOne) {
     EXPECT_NE(run("fonts").out.find("DejaVu Sans ("), std::string::npos);
     const Outcome outcome = run("fonts --family \"DejaVu Sans\"");

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <iostream>
 #include <optional>
+#include <string>
 
 #include "CommandLine.h"
 #include "Failure.h"
@@ -53,6 +55,13 @@ ExitCode run(int argc, char** argv) {
     return code;
 }
 
+// In one line, whatever characters the name of a file has.
+void complain(std::string message) {
+    std::replace_if(
+        message.begin(), message.end(), [](unsigned char c) { return c < ' ' || c == '\x7F'; }, '?');
+    std::cerr << "fontengine: " << message << '\n';
+}
+
 } // namespace
 
 // Every failure ends in one line on standard error that says what to do.
@@ -63,10 +72,10 @@ int main(int argc, char** argv) {
     try {
         code = run(argc, argv);
     } catch (const tool::InputError& error) {
-        std::cerr << "fontengine: " << error.what() << '\n';
+        complain(error.what());
         code = error.code();
     } catch (...) {
-        std::cerr << "fontengine: " << tool::describeFailure() << '\n';
+        complain(tool::describeFailure());
     }
     return static_cast<int>(code);
 }
