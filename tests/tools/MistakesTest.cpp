@@ -17,6 +17,11 @@ struct Mistake {
     std::string error;
 };
 
+/// The name of a case that failed.
+void PrintTo(const Mistake& mistake, std::ostream* out) {
+    *out << mistake.name;
+}
+
 std::vector<Mistake> mistakes() {
     std::vector<Mistake> cases;
     std::istringstream file(contentsOf(FONTENGINE_TEST_DATA "/tools/mistakes.txt"));
@@ -65,6 +70,9 @@ TEST_P(Mistakes, EndWithAMessageAndAnExitCode) {
     const Outcome outcome = runInShell("fontengine() { \"" FONTENGINE_PROGRAM "\" \"$@\"; }; " + mistake.command);
     EXPECT_EQ(outcome.exitCode, mistake.exitCode) << mistake.command << '\n' << outcome.out << outcome.err;
     EXPECT_EQ(outcome.err, mistake.error) << mistake.command;
+    if (mistake.exitCode == 2) {
+        EXPECT_EQ(outcome.out, "") << "the command line is judged before any work";
+    }
     EXPECT_EQ(contentsOf(path("plan.dxf")), plan);
     EXPECT_EQ(contentsOf(path("folder/plan.dxf")), plan);
     for (const auto& entry : std::filesystem::directory_iterator(path(""))) {

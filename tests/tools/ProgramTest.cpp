@@ -84,6 +84,7 @@ TEST_F(Program, NamesOutputsThatCannotBeWritten) {
         const Outcome outcome = run("layout " + option + " " + quoted(target) + " " + quoted(example()));
         EXPECT_EQ(outcome.exitCode, 4) << option;
         EXPECT_NE(outcome.err.find(target + ": cannot be written"), std::string::npos) << outcome.err;
+        EXPECT_EQ(outcome.out, "") << "noticed before any work";
     }
 }
 
