@@ -109,47 +109,52 @@ private:
         return count;
     }
 
+    /// How many soft hyphens the line starts with. They never make a line alone.
+    UINT32 leadingHyphens() {
+        UINT32 count = 0;
+        while (count + 1 < m_stream.size() && m_stream.at(count).has(Cluster::SoftHyphen)) {
+            ++count;
+        }
+        return count;
+    }
+
     /// The end of a line whose clusters before `overflow` fit.
     UINT32 breakOverflow(UINT32 overflow) {
+        const UINT32 first = leadingHyphens();
         if (m_settings.wrapping == DWRITE_WORD_WRAPPING_CHARACTER) {
-            return tear(overflow);
+            return tear(first, overflow);
         }
-        for (UINT32 end = overflow; end > 0; --end) {
+        for (UINT32 end = overflow; end > first; --end) {
             if (canBreakBefore(end) && hyphenFits(end)) {
                 return end;
             }
         }
         if (m_settings.wrapping == DWRITE_WORD_WRAPPING_WHOLE_WORD) {
-            return findLongEnd();
+            return findLongEnd(first);
         }
         // A space that should hold what is around it together is a better place than the middle of a word.
-        for (UINT32 end = overflow; end > 0; --end) {
+        for (UINT32 end = overflow; end > first; --end) {
             if (m_stream.at(end - 1).has(Cluster::Hanging)) {
                 return end;
             }
         }
-        return tear(overflow);
+        return tear(first, overflow);
     }
 
     /// The end of a line that is cut anywhere: before `overflow` or, where a hyphen there has no room, before that. A
-    /// line has one cluster at least, and not soft hyphens alone.
-    UINT32 tear(UINT32 overflow) {
-        UINT32 end = overflow;
-        while (end > 0 && !hyphenFits(end)) {
-            --end;
+    /// line has one cluster at least behind the soft hyphens that it starts with.
+    UINT32 tear(UINT32 first, UINT32 overflow) {
+        for (UINT32 end = overflow; end > first; --end) {
+            if (hyphenFits(end)) {
+                return end;
+            }
         }
-        if (end > 0) {
-            return end;
-        }
-        do {
-            ++end;
-        } while (end < m_stream.size() && m_stream.at(end - 1).has(Cluster::SoftHyphen));
-        return end;
+        return first + 1;
     }
 
     /// The end of the shortest line that is too long: one that ends at a hyphen without room, or else a longer one.
-    UINT32 findLongEnd() {
-        for (UINT32 end = 1; end < m_stream.size(); ++end) {
+    UINT32 findLongEnd(UINT32 first) {
+        for (UINT32 end = first + 1; end < m_stream.size(); ++end) {
             const Cluster& last = m_stream.at(end - 1);
             if (last.has(Cluster::Newline) || last.has(Cluster::MustBreakAfter) ||
                 m_stream.at(end).has(Cluster::MustBreakBefore) || canBreakBefore(end)) {

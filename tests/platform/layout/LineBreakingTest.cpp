@@ -218,8 +218,10 @@ TEST(SoftHyphen, MakesNoLineTooWideWhereWordsAreTorn) {
         EXPECT_EQ((Lines{word, u"\u00AD\u00ADal"}), breakAt(word + u"\u00AD\u00ADal", width, wrapping));
         const auto layout = makeLayout(word + u"\u00AD\u00ADal", width, 0, {.wrapping = wrapping});
         EXPECT_FLOAT_EQ(widthOf(word), metricsOf(*layout).width);
-        // No room for anything: still no line of hyphens alone.
-        EXPECT_EQ((Lines{u"a", u"\u00ADb"}), breakAt(u"a\u00ADb", 1.0F, wrapping));
+        // No line of hyphens alone, whether they have room or nothing has.
+        for (const float narrow : {1.0F, widthOf(u"\u2010") + 0.5F}) {
+            EXPECT_EQ((Lines{u"a", u"\u00ADm"}), breakAt(u"a\u00ADm", narrow, wrapping));
+        }
     }
 }
 
