@@ -64,7 +64,7 @@ CTextMetrics::CTextMetrics(IFontEngine* fontEngine)
           rememberedDocuments,
           [this](const render::CRichTextDocument& document) { return computeDocumentRect(document); },
           [](const render::CRichTextDocument& document) {
-              return static_cast<size_t>(render::hashDocument(document));
+              return static_cast<size_t>(render::hashDocumentByParagraphs(document));
           }) {
     if (!m_d2dFactory) {
         D2D1_FACTORY_OPTIONS options = {};

@@ -1,5 +1,6 @@
 #include <FontEngine/TextUtils.h>
 
+#include <cmath>
 #include <stdexcept>
 
 #include <Common/Guards.h>
@@ -14,6 +15,11 @@ const MbRect& rectAt(const std::vector<MbRect>& rects, int32_t index) {
     if (static_cast<size_t>(index) >= rects.size())
         throw std::out_of_range("invalid vector subscript");
     return rects[static_cast<size_t>(index)];
+}
+
+// Edges that come from the empty rectangle lie at its extent, wherever that was moved.
+bool isFarAway(double edge) {
+    return !(std::abs(edge) < MbRect::emptyExtent / 2.0);
 }
 
 } // namespace
@@ -43,6 +49,13 @@ MbCartPoint getRectPointToAlignTo(const render::CRichTextParagraph& paragraph, c
         break;
     }
     return {x, y};
+}
+
+bool hasPlace(const ITextMetrics& textMetrics, const render::CRichTextParagraph& paragraph, const MbRect& rect) {
+    if (isFarAway(rect.xmin) || isFarAway(rect.xmax) || isFarAway(rect.ymin) || isFarAway(rect.ymax))
+        return false;
+    // A centred or middle paragraph without ink stands around the middle of the empty rectangle, which is 0.
+    return !textMetrics.getDocumentGeometryRect(render::makeDocument({paragraph}), 0.0, 0.0).isEmpty();
 }
 
 MbRect insetRectHorizontally(MbRect& rect, double margin) {

@@ -54,4 +54,15 @@ std::uint64_t hashDocument(const CRichTextDocument& document) {
     return seed;
 }
 
+std::uint64_t hashDocumentByParagraphs(const CRichTextDocument& document) {
+    std::uint64_t seed = hashDocument(document);
+    const auto count = static_cast<std::int32_t>(document.paragraphs.size());
+    if (count > 1) {
+        for (std::int32_t i = 0; i < count; ++i) {
+            combine(seed, document.paragraphs.at(i).tokens.size());
+        }
+    }
+    return seed;
+}
+
 } // namespace render

@@ -85,10 +85,14 @@ struct TextRange {
     friend bool operator==(const TextRange&, const TextRange&) noexcept = default;
 };
 
-/// A 64-bit value over what a document's natural extent depends on: its tab stop width and, token by token in reading
-/// order, text, size, family and style. Alignments, wrapping, colours, names and identifiers take no part: documents
-/// that differ only in them hash alike. The same on every platform and in every run.
+/// A 64-bit value over a document's tab stop width and, token by token in reading order, text, size, family and style.
+/// Documents that differ in nothing else hash alike: in where paragraphs end, alignments, wrapping, colours, names or
+/// identifiers. The same on every platform and in every run.
 [[nodiscard]] FONTENGINE_API std::uint64_t hashDocument(const CRichTextDocument& document);
+
+/// A 64-bit value over what a document's natural extent depends on: hashDocument and, where there is more than one
+/// paragraph, how many tokens each of them has. For one paragraph it is hashDocument.
+[[nodiscard]] FONTENGINE_API std::uint64_t hashDocumentByParagraphs(const CRichTextDocument& document);
 
 /// An opaque black run (colour 0xFF000000), bold and italic as `fontStyle` says and never underlined.
 [[nodiscard]] FONTENGINE_API SRichTextToken makeToken(std::wstring text, std::wstring fontFamily, float fontCapSize,

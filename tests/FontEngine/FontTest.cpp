@@ -107,6 +107,19 @@ TEST_F(FontTest, MetricsAreScaledToTheCapitalSize) {
     EXPECT_DOUBLE_EQ(metrics.lineGap, -0.2);
 }
 
+TEST_F(FontTest, MetricsAreRoundedProductByProduct) {
+    const auto engine = fonts::createFontEngine(L"Serif");
+    fonts::IFont& font = fontOf(*engine);
+    for (int tenths = 1; tenths <= 200; ++tenths) {
+        const double capitalSize = tenths / 10.0;
+        // Kept from being fused with the subtraction, which would leave one of them unrounded.
+        const volatile double scale = capitalSize / 1467.0;
+        const volatile double ascent = 1900.0 * scale;
+        const volatile double capitals = 1467.0 * scale;
+        EXPECT_EQ(font.metricsByCapitalLetterSize(capitalSize).capitalTopToAscent, ascent - capitals) << capitalSize;
+    }
+}
+
 TEST_F(FontTest, MetricsAboveTheSignedRangeStayPositive) {
     face().metrics.ascent = 40000;
     face().metrics.descent = 50000;

@@ -188,6 +188,52 @@ TEST_F(OnRealFonts, DxfLayoutingPutsTheBoxWhereTheInkIs) {
 
 // ---- clusters ----
 
+TEST_F(OnRealFonts, ParagraphsWithoutInkHaveNoPlaceWhereInkIsAligned) {
+    using enum eRichTextParagraphAlignment;
+    using Vertical = eRichTextParagraphVerticalAlignment;
+    const fonts::CRichTextDocumentLayoutingFactory layoutings(service.get());
+    for (const auto alignment : {Default, Left, Right, Center, Justify}) {
+        for (const auto vertical : {Vertical::Default, Vertical::Top, Vertical::Middle, Vertical::Bottom}) {
+            const auto document = render::makeDocument(
+                {makeParagraph(L"Ag", alignment, vertical), makeParagraph(L"  ", alignment, vertical)});
+            const auto plain = layoutings.create(document);
+            plain->setAlignByTextBounds(true);
+            const auto dxf = layoutings.createForDxfMTexts(document);
+            for (fonts::IRichTextDocumentLayouting* layouting : {plain.get(), dxf.get()}) {
+                layouting->setLayoutRect(MbRect(0.0, -100.0, 60.0, 0.0));
+                layouting->layout();
+                const std::vector<render::CRichTextParagraph> paragraphs = layouting->getParagraphs();
+                EXPECT_TRUE(fonts::hasPlace(*service, paragraphs.at(0), layouting->getRects().at(0)));
+                EXPECT_FALSE(fonts::hasPlace(*service, paragraphs.at(1), layouting->getRects().at(1)));
+            }
+        }
+    }
+}
+
+TEST_F(OnRealFonts, ClustersWithoutInkHaveNoPlaceUnderlinedOrNot) {
+    const auto layouting = layOutClusters(render::makeDocument({underlined(L"a b")}), MbRect(0.0, -100.0, 60.0, 0.0));
+    std::vector<bool> places;
+    for (std::size_t i = 0; i < layouting->getRects().size(); ++i)
+        places.push_back(fonts::hasPlace(*service, layouting->getParagraphs()[i], layouting->getRects()[i]));
+    EXPECT_EQ(places, (std::vector<bool>{true, false, true}));
+}
+
+TEST_F(OnRealFonts, TwoParagraphsAndOneOfTheSameTokensHaveBoxesOfTheirOwn) {
+    const auto paragraphOf = [](const std::vector<std::wstring>& texts) {
+        render::CRichTextParagraph paragraph;
+        for (const std::wstring& text : texts)
+            paragraph.tokens.push_back(render::makeToken(text, L"DejaVu Sans", 10.0f, {}));
+        return paragraph;
+    };
+    const auto one = render::makeDocument({paragraphOf({L"Room", L"101"})});
+    const auto two = render::makeDocument({paragraphOf({L"Room"}), paragraphOf({L"101"})});
+    const MbRect oneLine = service->getDocumentRect(one);
+    const MbRect twoLines = service->getDocumentRect(two);
+    EXPECT_NEAR(twoLines.ymin, 2.0 * oneLine.ymin, precision);
+    EXPECT_LT(twoLines.xmax, oneLine.xmax);
+    EXPECT_EQ(fonts::createTextMetricsService(engine.get())->getDocumentRect(two), twoLines);
+}
+
 TEST_F(OnRealFonts, LatinLigaturesAreOneClusterEach) {
     // In design units: Noto Sans has capitals of 714.
     const auto paragraph = makeParagraph(L"office", Left, Top, L"Noto Sans", 714.0f);

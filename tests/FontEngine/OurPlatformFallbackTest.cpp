@@ -20,6 +20,34 @@ TEST(OurPlatformFallback, UnknownFamilyIsDrawnByFontsThatExist) {
     }
 }
 
+TEST(OurPlatformFallback, TheEnginesFallbackFontAnswersForAnUnknownFamilyThatTextIsSetOtherwiseIn) {
+    const auto engine = fonts::createFontEngine(L"Liberation Mono");
+    const auto metrics = fonts::createTextMetricsService(engine.get());
+    const auto ascentOf = [&](const wchar_t* family) {
+        return metrics->getFontMetrics(family, 10, false, false).ascent;
+    };
+    EXPECT_EQ(ascentOf(L"No Such Family"), ascentOf(L"Liberation Mono"));
+    EXPECT_NE(ascentOf(L"DejaVu Sans"), ascentOf(L"Liberation Mono"));
+    EXPECT_EQ(metrics->getTextGeometryRect(L"Wall", L"No Such Family", 10, {}, {}),
+              metrics->getTextGeometryRect(L"Wall", L"DejaVu Sans", 10, {}, {}));
+}
+
+TEST(OurPlatformFallback, AFamilyThatNoFaceBearsAsAWin32NameIsSizedByTheFallbackFontsCapitals) {
+    // Its name table has "Noto Sans OldPersian" as name 1 and "Noto Sans Old Persian" as name 16.
+    const std::wstring oldPersian = L"\xD800\xDFA0";
+    const auto widthWith = [&](const wchar_t* fallbackFont) {
+        const auto engine = fonts::createFontEngine(fallbackFont);
+        const auto metrics = fonts::createTextMetricsService(engine.get());
+        EXPECT_EQ(engine->getFont(L"Noto Sans Old Persian", fonts::Weight::Normal, fonts::Style::Normal),
+                  engine->getFallbackFont());
+        const MbRect ink = metrics->getTextGeometryRect(oldPersian, L"Noto Sans Old Persian", 10, {}, {});
+        return (ink.xmax - ink.xmin) / engine->getFallbackFont()->capitalLetterSizeToFontSize(10);
+    };
+    const double ofMono = widthWith(L"Liberation Mono");
+    EXPECT_GT(ofMono, 0.0);
+    EXPECT_NEAR(widthWith(L"DejaVu Serif"), ofMono, 1e-4 * ofMono);
+}
+
 TEST(OurPlatformFallback, SurrogatePairOfAKnownCharacterIsNotSplit) {
     // A mathematical bold A, which Liberation Sans lacks.
     const std::wstring text = L"a\xD835\xDC00z";

@@ -33,6 +33,40 @@ TEST_F(OurPlatform, ClustersOfAllLinesJoinedAreTheTextWithTheSpacesThatLinesEndI
     EXPECT_EQ(text, pangram);
 }
 
+// DejaVu Sans: ascent 1901, capitals 1493 high.
+TEST_F(OurPlatform, ASmallTextsBaselineNeedsItsLayoutScale) {
+    constexpr float capSize = 0.0025f;
+    constexpr double baseline = -capSize * 1901.0 / 1493.0;
+    EXPECT_EQ(service->getTextBaseline(L"Ag", L"DejaVu Sans", capSize, {}, {}), 0.0);
+
+    const double scale = fonts::layoutScale(capSize);
+    const auto enlarged = static_cast<float>(capSize * scale);
+    EXPECT_NEAR(service->getTextBaseline(L"Ag", L"DejaVu Sans", enlarged, {}, {}) / scale, baseline, capSize / 6400);
+}
+
+TEST_F(OurPlatform, EnlargedTextIsAsManyTimesAsWideToTheLastBitAndBreaksWhereItDid) {
+    const auto document =
+        render::makeDocument({makeParagraph(pangram, eRichTextParagraphAlignment::Left,
+                                            eRichTextParagraphVerticalAlignment::Top, L"DejaVu Sans", 0.0025f)});
+    const double scale = fonts::layoutScale(0.0025);
+    const auto enlarged = fonts::scaledDocument(document, scale);
+    const double width = 0.03;
+    const MbRect box = service->getParagraphRects(document, width, 0).at(0);
+    const MbRect enlargedBox = service->getParagraphRects(enlarged, width * scale, 0).at(0);
+    EXPECT_EQ(enlargedBox.xmax, box.xmax * scale);
+    EXPECT_EQ(enlargedBox.ymin, box.ymin * scale);
+}
+
+TEST_F(OurPlatform, WithoutABoxARightBottomParagraphLiesLeftOfTheOriginAndAboveIt) {
+    const auto rectOf = [this](eRichTextParagraphAlignment alignment, eRichTextParagraphVerticalAlignment vertical) {
+        const auto document = render::makeDocument({makeParagraph(L"abc def", alignment, vertical)});
+        return service->getParagraphRects(document, 0, 0).at(0);
+    };
+    const MbRect leftTop = rectOf(eRichTextParagraphAlignment::Left, eRichTextParagraphVerticalAlignment::Top);
+    const MbRect rightBottom = rectOf(eRichTextParagraphAlignment::Right, eRichTextParagraphVerticalAlignment::Bottom);
+    EXPECT_EQ(rightBottom, MbRect(-leftTop.xmax, 0.0, 0.0, -leftTop.ymin));
+}
+
 TEST_F(OurPlatform, CharactersThatEndLinesAreInTheRuns) {
     const std::wstring text = L"a\x85"
                               L"b\x2028"

@@ -93,6 +93,24 @@ TEST(RichTextDocumentLayouting, ABoxNarrowerThanTwiceTheMarginGivesTheNaturalLay
     EXPECT_EQ(layouting.getRects(), stackedRects(1));
 }
 
+TEST(RichTextDocumentLayouting, ABoxWhoseBottomIsAboveItsTopGivesTheNaturalLayoutToo) {
+    StrictMock<MockTextMetrics> textMetrics;
+    EXPECT_CALL(textMetrics, getParagraphRects(_, 0.0, 0.0)).WillOnce(Return(stackedRects(1)));
+    CRichTextDocumentLayouting layouting(makeAligned({Left}), &textMetrics);
+    layouting.setLayoutRect(MbRect(0.0, 50.0, 100.0, 0.0));
+    layouting.layout();
+    EXPECT_EQ(layouting.getRects(), stackedRects(1));
+}
+
+TEST(RichTextDocumentLayouting, ABoxWithoutHeightIsNotEmpty) {
+    StrictMock<MockTextMetrics> textMetrics;
+    EXPECT_CALL(textMetrics, getParagraphRects(_, 100.0, 0.0)).WillOnce(Return(stackedRects(1)));
+    CRichTextDocumentLayouting layouting(makeAligned({Left}), &textMetrics);
+    layouting.setLayoutRect(MbRect(0.0, 50.0, 100.0, 50.0));
+    layouting.layout();
+    EXPECT_THAT(layouting.getRects(), ElementsAre(MbRect(0.0, 40.0, 100.0, 50.0)));
+}
+
 TEST(RichTextDocumentLayouting, ABoxAsWideAsTwiceTheMarginIsNotEmpty) {
     StrictMock<MockTextMetrics> textMetrics;
     EXPECT_CALL(textMetrics, getParagraphRects(_, 0.0, 50.0)).WillOnce(Return(stackedRects(1)));

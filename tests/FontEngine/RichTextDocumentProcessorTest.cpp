@@ -122,6 +122,12 @@ TEST_F(RichTextDocumentProcessorTest, CallsComeInOrder) {
             "Layout.SetTextAlignment(0)", "Layout.SetParagraphAlignment(0)"));
 }
 
+TEST_F(RichTextDocumentProcessorTest, TheFontSizeIsThatOfTheRunsCapitalsToTheLastBit) {
+    process(paragraphOf({L"a"}));
+    // 14.67f over 1467 / 2048 is 20.48f; the floats beside it would be recorded with more digits.
+    EXPECT_THAT(fake::platform().callsTo("Layout.SetFontSize"), ElementsAre("Layout.SetFontSize(20.48, [0, 1])"));
+}
+
 TEST_F(RichTextDocumentProcessorTest, DocumentWithoutParagraphsGivesNothing) {
     EXPECT_THAT(process(render::CRichTextDocument()), IsEmpty());
     EXPECT_THAT(fake::platform().calls, IsEmpty());

@@ -138,7 +138,7 @@ TEST_F(TextMetrics, AOneLineInkBoxIsMeasuredInThisOrder) {
                     "Factory.CreateTextFormat(\"Sans\", Collection, 700, 2, 5, 10, \"\")", "Format.GetLocaleName(256)",
                     "Format.GetFontCollection()", "Layout.SetFontFamilyName(\"Sans\", [0, 2])",
                     // 10 / (1467 / 2048), as text.
-                    "Layout.SetFontSize(13.9605, [0, 2])", "Layout.SetFontWeight(700, [0, 2])",
+                    "Layout.SetFontSize(13.960464, [0, 2])", "Layout.SetFontWeight(700, [0, 2])",
                     "Layout.SetFontStyle(2, [0, 2])", "Layout.SetFontStretch(5, [0, 2])",
                     "Layout.SetUnderline(0, [0, 2])", "Layout.SetTextAlignment(0)", "Layout.SetParagraphAlignment(0)",
                     "Layout.SetIncrementalTabStop(12.5)", "Layout.Draw(null, Renderer, 0, 0)"));
@@ -309,6 +309,24 @@ TEST_F(TextMetrics, SumsOfBoxesAreSinglePrecision) {
     const std::vector<MbRect> stacked = service->getParagraphRects(makeSansDocument({L"a", L"b", L"c", L"d"}), 0, 0);
     // 2^24 + 1 is no float: adding 1 after 1 leads nowhere, though 2^24 + 2 is one.
     EXPECT_EQ(stacked.at(3).ymax, -16777216.0);
+    EXPECT_EQ(service->getDocumentRect(makeSansDocument({L"a", L"b", L"c", L"d"})).ymin, -16777216.0);
+}
+
+TEST_F(TextMetrics, EveryEdgeOfABoxIsASinglePrecisionSum) {
+    fake::platform().layoutMetrics = [](const LayoutState&) {
+        DWRITE_TEXT_METRICS metrics = {};
+        metrics.left = 0.1f;
+        metrics.top = 0.1f;
+        metrics.width = 0.2f;
+        metrics.height = 0.7f;
+        return metrics;
+    };
+    const MbRect second = service->getParagraphRects(makeSansDocument({L"a", L"b"}), 0, 0).at(1);
+    EXPECT_EQ(second, MbRect(0.1f, -(0.7f + 0.1f + 0.7f), 0.2f + 0.1f, -(0.7f + 0.1f)));
+    // The same sums in double precision are others.
+    EXPECT_NE(second.ymin, -(double{0.7f} + double{0.1f} + double{0.7f}));
+    EXPECT_NE(second.xmax, double{0.2f} + double{0.1f});
+    EXPECT_NE(second.ymax, -(double{0.7f} + double{0.1f}));
 }
 
 TEST_F(TextMetrics, ParagraphBoxesAreStackedDownwards) {
@@ -459,6 +477,44 @@ TEST_F(TextMetrics, ATextsBoxIsThatOfItsOneParagraphDocumentAndRememberedWithIt)
     EXPECT_EQ(service->getTextRect(L"abc", L"Sans", 10, plain), rect);
     EXPECT_EQ(service->getDocumentRect(render::makeSingleParagraphDocument(L"abc", L"Sans", 10, plain)), rect);
     EXPECT_THAT(fake::platform().calls, IsEmpty());
+}
+
+TEST_F(TextMetrics, DocumentsThatDifferInWhereParagraphsEndAreMeasuredEach) {
+    const auto paragraphOf = [](const std::vector<std::wstring>& texts) {
+        render::CRichTextParagraph paragraph;
+        for (const std::wstring& text : texts)
+            paragraph.tokens.push_back(render::makeToken(text, L"Sans", 10, plain));
+        return paragraph;
+    };
+    const auto one = render::makeDocument({paragraphOf({L"Room", L"101"})});
+    const auto two = render::makeDocument({paragraphOf({L"Room"}), paragraphOf({L"101"})});
+    EXPECT_EQ(service->getDocumentRect(one), MbRect(0.0, -10.0, 7.0, 0.0));
+    EXPECT_EQ(service->getDocumentRect(two), MbRect(0.0, -20.0, 4.0, 0.0));
+    fake::platform().calls.clear();
+    EXPECT_EQ(service->getDocumentRect(one), MbRect(0.0, -10.0, 7.0, 0.0));
+    EXPECT_EQ(service->getDocumentRect(two), MbRect(0.0, -20.0, 4.0, 0.0));
+    EXPECT_THAT(fake::platform().calls, IsEmpty());
+}
+
+TEST_F(TextMetrics, TenThousandDocumentsAreRemembered) {
+    // Tab stops tell the documents apart, so that nothing but the boxes takes room.
+    render::CRichTextDocument document = makeSansDocument({L"a"});
+    const auto measure = [&](int i) {
+        document.tabStopWidth = static_cast<float>(i);
+        static_cast<void>(service->getDocumentRect(document));
+    };
+    for (int i = 0; i < 10000; ++i) {
+        measure(i);
+        fake::platform().calls.clear();
+    }
+    measure(0);
+    EXPECT_THAT(fake::platform().calls, IsEmpty());
+    measure(10000);
+    fake::platform().calls.clear();
+    measure(0);
+    EXPECT_THAT(fake::platform().calls, IsEmpty());
+    measure(1);
+    EXPECT_EQ(fake::platform().countOf("Factory.CreateTextLayout"), 1u);
 }
 
 TEST_F(TextMetrics, AFailedMeasurementIsNotRemembered) {

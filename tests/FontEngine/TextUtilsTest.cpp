@@ -1,5 +1,6 @@
 #include <FontEngine/TextUtils.h>
 
+#include <limits>
 #include <stdexcept>
 
 #include "../../FontEngine/src/ParagraphPlacement.h"
@@ -50,15 +51,34 @@ TEST(GetRectPointToAlignTo, UnknownValuesActAsLeftAndTop) {
 }
 
 TEST(GetRectPointToAlignTo, TheMiddleIsComputedDownwardsFromTheTopAndTheCentreRightwards) {
-    // Halves of these sides are not exact sums of the corners: the other direction
-    // gives other last bits.
-    const MbRect awkward(0.1, 0.3, 1e16, 1.1);
+    // Each form rounds otherwise here, and the last bits tell which one it was.
+    const MbRect awkward(0.1, 0.2, 0.7, 1.9);
     const auto paragraph =
         makeParagraph(L"x", eRichTextParagraphAlignment::Center, eRichTextParagraphVerticalAlignment::Middle);
     const MbCartPoint point = getRectPointToAlignTo(paragraph, awkward);
-    EXPECT_EQ(point.x, 0.1 + (1e16 - 0.1) * 0.5);
-    EXPECT_EQ(point.y, 1.1 - (1.1 - 0.3) * 0.5);
-    EXPECT_NE(1.1 - (1.1 - 0.3) * 0.5, 0.3 + (1.1 - 0.3) * 0.5);
+    EXPECT_EQ(point.x, 0.1 + (0.7 - 0.1) * 0.5);
+    EXPECT_NE(0.1 + (0.7 - 0.1) * 0.5, 0.7 - (0.7 - 0.1) * 0.5);
+    EXPECT_NE(0.1 + (0.7 - 0.1) * 0.5, (0.1 + 0.7) * 0.5);
+    EXPECT_EQ(point.y, 1.9 - (1.9 - 0.2) * 0.5);
+    EXPECT_NE(1.9 - (1.9 - 0.2) * 0.5, 0.2 + (1.9 - 0.2) * 0.5);
+    EXPECT_NE(1.9 - (1.9 - 0.2) * 0.5, (1.9 + 0.2) * 0.5);
+}
+
+TEST(HasPlace, ARectangleMovedByTheEmptyOneHasNone) {
+    StrictMock<MockTextMetrics> textMetrics;
+    const auto paragraph = makeParagraph(L"");
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const MbRect& nowhere :
+         {MbRect(), MbRect(0.0, 1e300, 60.0, 1e300), MbRect(-1e300, -7.0, -1e300, 7.0), MbRect(0.0, 0.0, infinity, 1.0),
+          MbRect(0.0, std::numeric_limits<double>::quiet_NaN(), 1.0, 1.0)})
+        EXPECT_FALSE(fonts::hasPlace(textMetrics, paragraph, nowhere));
+}
+
+TEST(HasPlace, IsAskedOfTheInkWhereTheRectangleDoesNotTell) {
+    StrictMock<MockTextMetrics> textMetrics;
+    EXPECT_CALL(textMetrics, getDocumentGeometryRect(_, 0.0, 0.0)).WillOnce(Return(rect)).WillOnce(Return(MbRect()));
+    EXPECT_TRUE(fonts::hasPlace(textMetrics, makeParagraph(L"a"), rect));
+    EXPECT_FALSE(fonts::hasPlace(textMetrics, makeParagraph(L" "), rect));
 }
 
 TEST(InsetRectHorizontally, ChangesItsArgumentAndReturnsACopy) {

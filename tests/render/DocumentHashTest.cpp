@@ -4,10 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <climits>
 #include <cstdint>
 #include <limits>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -124,10 +127,46 @@ TEST(DocumentHash, FollowsTheOrderOfReadingNotOfKeys) {
     EXPECT_NE(hashDocument(crossed), hashDocument(makeDocument({b, a})));
 }
 
-TEST(DocumentHash, TakesSizesThatAreNotNumbers) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const CRichTextDocument document = makeSingleParagraphDocument(L"text", L"", nan, {});
-    EXPECT_EQ(hashDocument(document), hashDocument(makeSingleParagraphDocument(L"text", L"", nan, {})));
+TEST(DocumentHash, TakesSizesThatAreNotNumbersByTheirBits) {
+    // Computed like the values above, from the bits 7FC00000 and 7F800000.
+    const float nan = std::bit_cast<float>(std::uint32_t{0x7FC00000});
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(hashDocument(makeSingleParagraphDocument(L"text", L"", nan, {})), 0x83e8515738e6985fU);
+    EXPECT_EQ(hashDocument(makeSingleParagraphDocument(L"text", L"", infinity, {})), 0xe77ef13207ebcfbdU);
+}
+
+CRichTextDocument documentOf(const std::vector<std::vector<std::wstring>>& paragraphs) {
+    std::vector<CRichTextParagraph> result;
+    for (const std::vector<std::wstring>& texts : paragraphs) {
+        CRichTextParagraph& paragraph = result.emplace_back();
+        for (const std::wstring& text : texts) {
+            paragraph.tokens.push_back(makeToken(text, L"DejaVu Sans", 10.0F, {}));
+        }
+    }
+    return makeDocument(std::move(result));
+}
+
+TEST(DocumentHash, TakesNoNoticeOfWhereParagraphsEnd) {
+    EXPECT_EQ(hashDocument(documentOf({{L"Room"}, {L"101"}})), hashDocument(documentOf({{L"Room", L"101"}})));
+}
+
+TEST(DocumentHashByParagraphs, IsTheDocumentHashForOneParagraphOrNone) {
+    EXPECT_EQ(hashDocumentByParagraphs(documentOf({{L"Room", L"101"}})), hashDocument(documentOf({{L"Room", L"101"}})));
+    EXPECT_EQ(hashDocumentByParagraphs(documentOf({})), hashDocument(documentOf({})));
+}
+
+TEST(DocumentHashByParagraphs, TellsWhereParagraphsEnd) {
+    const std::set<std::uint64_t> hashes = {
+        hashDocumentByParagraphs(documentOf({{L"a", L"b", L"c"}})),
+        hashDocumentByParagraphs(documentOf({{L"a"}, {L"b", L"c"}})),
+        hashDocumentByParagraphs(documentOf({{L"a", L"b"}, {L"c"}})),
+        hashDocumentByParagraphs(documentOf({{L"a"}, {L"b"}, {L"c"}})),
+    };
+    EXPECT_EQ(hashes.size(), 4U);
+}
+
+TEST(DocumentHashByParagraphs, HasTheValueThatTheFormulasGive) {
+    EXPECT_EQ(hashDocumentByParagraphs(sample()), 0x245e4774c0936b5aU);
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include <FontEngine/LayoutScale.h>
+
 #include "ParagraphLayout.h"
 #include "TextAnchor.h"
 
@@ -14,16 +16,8 @@ namespace {
 // The distance of baselines that drawings call single, in text heights.
 constexpr double singleSpacing = 5.0 / 3.0;
 
-// The library puts baselines on a grid of 0.01 units, which is coarse for a
-// drawing in metres. Texts are laid out at 64 to 128 units of cap height; powers
-// of two change no digit of anything else.
-double layoutScale(double capHeight) {
-    constexpr int layoutExponent = 6;
-    constexpr int reach = 96;
-    return std::ldexp(1.0, layoutExponent - std::clamp(std::ilogb(capHeight), -reach, reach));
-}
-
-// A text at its layout scale.
+// A text at its layout scale, which is that of fonts::layoutScale: the library's
+// grid of baselines is coarse for a drawing in metres.
 struct ScaledText {
     std::vector<render::CRichTextParagraph> paragraphs;
     std::vector<mtext::ParagraphFormat> formats;
@@ -36,15 +30,12 @@ ScaledText scaled(const dxf::TextEntity& entity, const TextDocument& text, doubl
     const auto times = [factor](float& length) { length = static_cast<float>(static_cast<double>(length) * factor); };
     ScaledText result;
     result.formats = text.formats;
-    result.tabStopWidth = text.document.tabStopWidth;
+    const render::CRichTextDocument document = fonts::scaledDocument(text.document, factor);
+    result.tabStopWidth = document.tabStopWidth;
     result.width = entity.isParagraphText() ? entity.width * factor : 0.0;
     result.capHeight = entity.height * factor;
-    times(result.tabStopWidth);
-    for (std::size_t i = 0; i < text.document.paragraphs.size(); ++i) {
-        result.paragraphs.push_back(text.document.paragraphs.at(static_cast<std::int32_t>(i)));
-        for (render::SRichTextToken& token : result.paragraphs.back().tokens) {
-            times(token.fontCapSize);
-        }
+    for (std::size_t i = 0; i < document.paragraphs.size(); ++i) {
+        result.paragraphs.push_back(document.paragraphs.at(static_cast<std::int32_t>(i)));
     }
     result.formats.resize(result.paragraphs.size());
     for (mtext::ParagraphFormat& format : result.formats) {
@@ -202,7 +193,7 @@ dxf::Transform deformation(const dxf::TextEntity& text, double width) {
 LaidOutText layOutText(Session& session, const dxf::PlacedText& placed, const TextDocument& text,
                        const TextLayoutOptions& options) {
     const dxf::TextEntity& entity = *placed.text;
-    const double factor = layoutScale(entity.height);
+    const double factor = fonts::layoutScale(entity.height);
     const ScaledText scaledText = scaled(entity, text, factor);
     const double layoutWidth = boxWidth(session, scaledText);
     LaidOutText laidOut = layOutParagraphs(session, entity, scaledText, layoutWidth, options);

@@ -12,6 +12,7 @@
 #include <FontEngine/IFontEngine.h>
 #include <FontEngine/IRichTextDocumentLayouting.h>
 #include <FontEngine/ITextMetrics.h>
+#include <FontEngine/LayoutScale.h>
 #include <FontEngine/RichTextDocumentLayoutingFactory.h>
 #include <FontEngine/RichTextDocumentProcessor.h>
 #include <FontEngine/TextUtils.h>

@@ -53,9 +53,18 @@ public:
     splitTokenByFallbackFonts(const render::SRichTextToken& originToken) = 0;
 };
 
-// Creates an engine over the fonts installed on the system. `fallbackFontName`
-// is the family that stands in for unknown ones; whether it is installed shows
+// Creates an engine over the fonts installed on the system. `fallbackFontName` is
+// the family that getFont answers unknown ones with; whether it is installed shows
 // at the first request that needs it.
+//
+// It hardly ever draws text. Laying text out splits it first, and splitting names
+// an installed family for every character that any font has: text in an unknown
+// family is set in what the system puts in its place, while getFont, and
+// ITextMetrics::getFontMetrics after it, answer with the fallback font. Two kinds
+// of text do depend on it: characters that no font has, and runs in a family that
+// none of its faces bears as a Win32 family name. (Noto Sans Old Persian calls
+// itself "Noto Sans OldPersian" there.) Those are sized by the capitals of the
+// fallback font, whatever font draws them.
 //
 // Throws oslayer::EOsLayerError when the system's fonts cannot be listed.
 FONTENGINE_API std::unique_ptr<IFontEngine> createFontEngine(const std::wstring& fallbackFontName);

@@ -16,6 +16,11 @@ namespace fonts {
 // (plain document, DXF MText, DXF MText by glyph clusters); where they differ,
 // the operation says so.
 //
+// Aligned by ink (see setAlignByTextBounds), a paragraph without ink has nothing to
+// be aligned by: its rectangle says nothing. Coordinates around 1e300, infinities
+// and, for centred or middle paragraphs, plausible numbers are all met. hasPlace
+// in TextUtils.h tells such rectangles from the others, which they do not affect.
+//
 // Rectangles are in the document's units, y axis up. The setters only store;
 // results are those of the latest layout(), empty before the first, and are
 // returned as copies that the caller owns.
@@ -42,8 +47,10 @@ public:
     // Computes the results from the current settings.
     //
     // An empty box (xmin > xmax or ymin > ymax, margin included) lays a plain
-    // document out at its natural size with the top-left corner of its first
-    // paragraph at the origin; the two DXF kinds keep their previous results.
+    // document out at its natural size, as ITextMetrics::getParagraphRects does
+    // without limits: a paragraph aligned left and top has its top-left corner at
+    // the origin, one aligned right lies to the left of it. The two DXF kinds keep
+    // their previous results.
     //
     // Errors: those of the text metrics service, and violations
     // (common::EAssertionViolation) where the service's answers do not fit the
@@ -55,6 +62,10 @@ public:
     // cluster, as wide as its text and one unit more, its top one capital size above
     // the baseline. The rectangle of a cluster without ink (a space) stands 1e300 to
     // the right, where the empty ink box begins: nothing is to be drawn for it.
+    //
+    // Clusters stand at the origins of SGlyphRunDesc::glyphOrigins. In a
+    // right-to-left run those count to the right from the run's right end, so its
+    // clusters lie to the right of where the text is drawn.
     virtual std::vector<MbRect> getRects() const = 0;
 
     // The paragraphs that the rectangles belong to, same order: the document's

@@ -31,7 +31,8 @@ public:
     createForDxfMTexts(const render::CRichTextDocument& document) const = 0;
 
     // A layouting by the rules of DXF MText that takes the text apart into glyph
-    // clusters, over a copy of the document.
+    // clusters, over a copy of the document. Clusters of right-to-left runs are
+    // placed to the right of where the text is drawn (see getRects).
     virtual std::unique_ptr<IRichTextDocumentLayouting>
     createForDxfMTextsByClusters(const render::CRichTextDocument& document) const = 0;
 

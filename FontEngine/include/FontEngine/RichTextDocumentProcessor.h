@@ -38,7 +38,9 @@ struct SLayoutDesc {
 // between calls; calls that share an engine take turns. They throw
 // oslayer::EOsLayerError when the platform refuses something (E_INVALIDARG for
 // text with an element above 0xFFFF and for a capital size of 0 or less), and
-// common::ECheckViolation for a capital size that is not a number.
+// common::ECheckViolation for a capital size that is not a number. For a paragraph
+// without tokens each throws a type of its own; common::ECheckViolation is not a
+// std::exception.
 class FONTENGINE_API CRichTextDocumentProcessor {
 public:
     // One record per paragraph, in the document's order. Throws

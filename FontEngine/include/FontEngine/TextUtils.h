@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Common/Export.h>
+#include <FontEngine/ITextMetrics.h>
 #include <geometry/MbCartPoint.h>
 #include <geometry/MbRect.h>
 #include <render/RichTextDocument.h>
@@ -17,5 +18,15 @@ namespace fonts {
 // Pure; reads nothing of the paragraph but its two alignments. Never throws. Any
 // thread.
 FONTENGINE_API MbCartPoint getRectPointToAlignTo(const render::CRichTextParagraph& paragraph, const MbRect& rect);
+
+// Whether a rectangle that a layouting gave for `paragraph` while it aligned by ink,
+// or for a glyph cluster, says where that stands. A paragraph or cluster without
+// ink has no place: nothing is to be drawn for it. (Rectangles that are not aligned
+// by ink have one always.)
+//
+// Where the rectangle alone does not tell, the paragraph's ink is measured: errors
+// and thread rule are those of the service.
+FONTENGINE_API bool hasPlace(const ITextMetrics& textMetrics, const render::CRichTextParagraph& paragraph,
+                             const MbRect& rect);
 
 } // namespace fonts

@@ -5,6 +5,7 @@
 #include <d2d1.h>
 #include <dwrite_2.h>
 
+#include <charconv>
 #include <cstdint>
 #include <memory>
 #include <sstream>
@@ -28,13 +29,24 @@ inline const char* kindOf(const IDWriteFontCollection* collection) {
     return collection ? "Collection" : "null";
 }
 
+template <typename Argument>
+const Argument& shown(const Argument& argument) {
+    return argument;
+}
+
+// With all the digits that tell it from other floats, and no more.
+inline std::string shown(FLOAT number) {
+    char digits[32];
+    return {digits, std::to_chars(digits, digits + sizeof(digits), number).ptr};
+}
+
 // "Operation(a, b, c)"
 template <typename... Arguments>
 std::string callText(const char* operation, const Arguments&... arguments) {
     std::ostringstream text;
     text << operation << '(';
     [[maybe_unused]] const char* separator = "";
-    ((text << separator << arguments, separator = ", "), ...);
+    ((text << separator << shown(arguments), separator = ", "), ...);
     text << ')';
     return text.str();
 }
