@@ -57,15 +57,14 @@ void askDocument(const Shape& shape, std::size_t units) {
                 metrics.getGlyphRuns(paragraph, width, 0.0, std::nullopt, regions);
             });
         });
-        count(name(width > 0.0 ? "outlines of lines" : "outlines"), [&] {
-            forEach(document, [&](const render::CRichTextParagraph& paragraph) {
-                const fonts::SLayoutDesc layout =
-                    fonts::CRichTextDocumentProcessor::process(paragraph, &session().engine(), std::nullopt);
-                layout.pObject->SetMaxWidth(static_cast<float>(width));
-                tool::paintParagraph(layout);
-            });
-        });
     }
+    count(name("outlines"), [&] {
+        forEach(document, [&](const render::CRichTextParagraph& paragraph) {
+            const fonts::SLayoutDesc layout =
+                fonts::CRichTextDocumentProcessor::process(paragraph, &session().engine(), std::nullopt);
+            tool::paintParagraph(layout);
+        });
+    });
     count(name("place"), [&] {
         const auto layouting = session().layoutings().create(document);
         layouting->setLayoutRect(MbRect(0.0, -boxWidth, boxWidth, 0.0));
