@@ -65,12 +65,23 @@ void fill(const Folder& folder, const std::string& bytes) {
     folder.add(names[name], rest);
 }
 
+using ConfigPtr = std::unique_ptr<FcConfig, decltype(&FcConfigDestroy)>;
+
+/// A configuration without fonts, which complains where it has no place for its caches.
+ConfigPtr emptyConfig(const std::filesystem::path& caches) {
+    ConfigPtr config(FcConfigCreate(), &FcConfigDestroy);
+    const std::string text = "<fontconfig><cachedir>" + caches.string() + "</cachedir></fontconfig>";
+    fuzz::require(FcConfigParseAndLoadFromMemory(config.get(), reinterpret_cast<const FcChar8*>(text.c_str()),
+                                                 FcTrue) != FcFalse);
+    return config;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Folder folder;
     fill(folder, fuzz::Input(data, size).rest());
-    const std::unique_ptr<FcConfig, decltype(&FcConfigDestroy)> config(FcConfigCreate(), &FcConfigDestroy);
+    const ConfigPtr config = emptyConfig(folder.path() / "cache");
     fuzz::require(FcConfigAppFontAddDir(config.get(), reinterpret_cast<const FcChar8*>(folder.path().c_str())) !=
                   FcFalse);
     const platform::CFontCollection collection(platform::readFontSet(config.get()));
