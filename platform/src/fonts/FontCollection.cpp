@@ -11,15 +11,6 @@
 
 namespace platform {
 
-/// Tells a collection of ours from one that a caller made; answered to no one else.
-struct IOwnFontCollection : IUnknown {};
-
-} // namespace platform
-
-PLATFORM_UUID(platform::IOwnFontCollection, "0b8c2a9e-6f3d-4c57-8a1b-92d7e4f06c35");
-
-namespace platform {
-
 namespace {
 
 // What fonts the process has may change until the first question about them.
@@ -27,6 +18,17 @@ std::mutex readingGuard;
 bool wasRead = false;
 
 constexpr UINT32 noIndex = 0xFFFFFFFF;
+
+/// The collection of ours behind an interface; null where there is none.
+CFontCollection* ownCollection(IDWriteFontCollection& collection) {
+    void* own = nullptr;
+    if (FAILED(collection.QueryInterface(ownFontCollectionId, &own)) || own == nullptr) {
+        return nullptr;
+    }
+    auto* const found = static_cast<CFontCollection*>(own);
+    found->Release();
+    return found;
+}
 
 std::string fileKey(std::string_view file, int index) {
     return std::string(file).append(1, '\0').append(std::to_string(index));
@@ -69,14 +71,13 @@ bool CFontCollection::beforeReading(const std::function<bool()>& change) {
     return !wasRead && change();
 }
 
+bool CFontCollection::isUsable(IDWriteFontCollection* collection) {
+    return collection == nullptr || ownCollection(*collection) != nullptr;
+}
+
 CFontCollection& CFontCollection::of(IDWriteFontCollection* collection) {
-    void* own = nullptr;
-    if (collection == nullptr || FAILED(collection->QueryInterface(__uuidof(IOwnFontCollection), &own))) {
-        return system();
-    }
-    auto* const found = static_cast<CFontCollection*>(static_cast<IDWriteFontCollection*>(own));
-    found->Release();
-    return *found;
+    CFontCollection* const own = collection != nullptr ? ownCollection(*collection) : nullptr;
+    return own != nullptr ? *own : system();
 }
 
 CFontCollection::CFontCollection(const FontSet& set)
@@ -122,9 +123,9 @@ CFont* CFontCollection::fontOfFile(std::string_view file, int index) const {
 }
 
 HRESULT CFontCollection::QueryInterface(REFIID riid, void** object) {
-    if (riid == __uuidof(IOwnFontCollection)) {
+    if (riid == ownFontCollectionId) {
         AddRef();
-        *object = static_cast<IDWriteFontCollection*>(this);
+        *object = this;
         return S_OK;
     }
     return CInternedObject::QueryInterface(riid, object);
