@@ -29,7 +29,7 @@ auto orderInFamily(const FontDraft& font) {
     const int weight = font.traits.weight;
     return std::tuple(std::abs(stretch - DWRITE_FONT_STRETCH_NORMAL), stretch,
                       std::abs(weight - DWRITE_FONT_WEIGHT_NORMAL), weight, static_cast<int>(font.traits.style),
-                      std::string_view(font.source->file().path()), font.source->index());
+                      std::string_view(font.source->path()), font.source->index());
 }
 
 bool contains(const std::vector<FontDraft>& fonts, const FaceTraits& traits) {

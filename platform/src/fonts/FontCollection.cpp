@@ -37,18 +37,20 @@ std::string fileKey(std::string_view file, int index) {
 /// The faces of a set that can be used; each file is opened once and closed again.
 std::vector<std::unique_ptr<FaceSource>> readSources(const FontSet& set) {
     std::vector<std::unique_ptr<FaceSource>> sources;
-    std::shared_ptr<FontFile> file;
-    HbBlobPtr blob;
+    std::string path;
+    std::unique_ptr<FontFile> file;
+    std::shared_ptr<FontData> data;
     for (const FontSetEntry& entry : set.entries) {
-        if (!file || file->path() != entry.file) {
-            file = std::make_shared<FontFile>(entry.file);
-            blob = file->open();
+        if (path != entry.file) {
+            path = entry.file;
+            file = FontFile::open(path);
+            data = file ? std::make_shared<FontData>(path, file->identity()) : nullptr;
         }
-        if (!blob) {
+        if (!file) {
             continue;
         }
-        if (std::optional<FaceDescription> description = FaceSource::describe(blob.get(), entry.index)) {
-            sources.push_back(std::make_unique<FaceSource>(file, entry.index, std::move(*description)));
+        if (std::optional<FaceDescription> description = FaceSource::describe(*file, entry.index)) {
+            sources.push_back(std::make_unique<FaceSource>(data, entry.index, std::move(*description)));
         }
     }
     return sources;
@@ -94,7 +96,7 @@ CFontCollection::CFontCollection(const FontSet& set)
                 m_familyByFoldedName.emplace(foldCase(name.text), index);
             }
             if (font->simulations() == DWRITE_FONT_SIMULATIONS_NONE) {
-                m_fontByFile.emplace(fileKey(font->source().file().path(), font->source().index()), font.get());
+                m_fontByFile.emplace(fileKey(font->source().path(), font->source().index()), font.get());
             }
         }
     }

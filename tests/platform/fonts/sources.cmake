@@ -5,6 +5,7 @@ list(APPEND PLATFORM_TESTS
     fonts/FamilySubstitutesTest.cpp
     fonts/FontCollectionTest.cpp
     fonts/FontFaceTest.cpp
+    fonts/FontFilesTest.cpp
     fonts/FontFolderTest.cpp
     fonts/FontMatchingTest.cpp
     fonts/FontMetricsTest.cpp
