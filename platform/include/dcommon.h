@@ -30,14 +30,32 @@ struct D2D_SIZE_F {
     FLOAT height;
 };
 
-/// Maps (x, y) to (x * m11 + y * m21 + dx, x * m12 + y * m22 + dy).
+/// Maps (x, y) to (x * m11 + y * m21 + dx, x * m12 + y * m22 + dy). The second names are those of older headers.
 struct D2D_MATRIX_3X2_F {
-    FLOAT m11;
-    FLOAT m12;
-    FLOAT m21;
-    FLOAT m22;
-    FLOAT dx;
-    FLOAT dy;
+    union {
+        FLOAT m11;
+        FLOAT _11;
+    };
+    union {
+        FLOAT m12;
+        FLOAT _12;
+    };
+    union {
+        FLOAT m21;
+        FLOAT _21;
+    };
+    union {
+        FLOAT m22;
+        FLOAT _22;
+    };
+    union {
+        FLOAT dx;
+        FLOAT _31;
+    };
+    union {
+        FLOAT dy;
+        FLOAT _32;
+    };
 };
 
 using D2D1_POINT_2F = D2D_POINT_2F;

@@ -16,6 +16,11 @@ namespace {
 /// Another object for the system's collection: everything it hands out is the system's.
 class CCollectionView final : public CHeapObject<IDWriteFontCollection> {
 public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+        return riid == ownFontCollectionId ? m_system.QueryInterface(riid, object)
+                                           : CHeapObject::QueryInterface(riid, object);
+    }
+    using IUnknown::QueryInterface;
     UINT32 STDMETHODCALLTYPE GetFontFamilyCount() override { return m_system.GetFontFamilyCount(); }
     HRESULT STDMETHODCALLTYPE GetFontFamily(UINT32 index, IDWriteFontFamily** fontFamily) override {
         return m_system.GetFontFamily(index, fontFamily);
@@ -61,7 +66,7 @@ HRESULT FactoryOperations::CreateTextFormat(const WCHAR* fontFamilyName, IDWrite
     *textFormat = nullptr;
     if (!isValidName(fontFamilyName) || !isValidName(localeName) || std::wcslen(localeName) >= maxLocaleSize ||
         !isValidWeight(fontWeight) || !isValidStyle(fontStyle) || !isValidStretch(fontStretch) ||
-        !isValidSize(fontSize)) {
+        !isValidSize(fontSize) || !CFontCollection::isUsable(fontCollection)) {
         return E_INVALIDARG;
     }
     return guarded([&] {

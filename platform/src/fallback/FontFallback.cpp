@@ -49,7 +49,7 @@ HRESULT CFontFallback::MapCharacters(IDWriteTextAnalysisSource* analysisSource, 
     *mappedLength = 0;
     *mappedFont = nullptr;
     *scale = 1.0F;
-    if (analysisSource == nullptr) {
+    if (analysisSource == nullptr || !CFontCollection::isUsable(baseFontCollection)) {
         return E_INVALIDARG;
     }
     if (textLength == 0) {

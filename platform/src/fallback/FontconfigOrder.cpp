@@ -5,7 +5,9 @@
 #include <memory>
 #include <new>
 #include <tuple>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "fonts/FontCollection.h"
 
@@ -24,8 +26,8 @@ int integerOf(const FcPattern* pattern, const char* object) {
     return FcPatternGetInteger(pattern, object, 0, &value) == FcResultMatch ? value : 0;
 }
 
-const FcChar8* text(const std::string& string) {
-    return reinterpret_cast<const FcChar8*>(string.c_str());
+const FcChar8* text(const char* string) {
+    return reinterpret_cast<const FcChar8*>(string);
 }
 
 bool hasColor(const FcPattern* font) {
@@ -46,32 +48,58 @@ int oddness(const FcPattern* font) {
     return has("Sans") && !has(" UI") && !has("Display") && !has("Looped") ? 0 : 1;
 }
 
-/// Where Fontconfig finds two fonts equally good, it keeps the order it was given. This one does not depend on folders.
+/// Where Fontconfig finds two fonts equally good, it keeps the order it was given. This one depends on what the fonts
+/// say, not on how their files are named or where they lie.
 struct Candidate {
     FcPattern* pattern;
-    std::string_view file;
-    std::string_view fileName;
+    /// The PostScript name of the first face in the file: the faces of a collection stay together, in their order.
+    std::string_view title;
     int index;
+    /// The font's place in our collection.
+    std::size_t rank;
 
-    explicit Candidate(FcPattern* font)
-        : pattern(font), file(stringOf(font, FC_FILE)), fileName(file.substr(file.rfind('/') + 1)),
-          index(integerOf(font, FC_INDEX)) {}
     bool operator<(const Candidate& other) const {
-        return std::tie(fileName, index, file) < std::tie(other.fileName, other.index, other.file);
+        return std::tie(title, index, rank) < std::tie(other.title, other.index, other.rank);
     }
 };
 
-FontSetPtr candidates(FcConfig* config, const CFontCollection& collection) {
+/// The places of a collection's fonts.
+std::unordered_map<const CFont*, std::size_t> ranksOf(const CFontCollection& collection) {
+    std::unordered_map<const CFont*, std::size_t> ranks;
+    for (const auto& family : collection.families()) {
+        for (const auto& font : family->fonts()) {
+            ranks.emplace(font.get(), ranks.size());
+        }
+    }
+    return ranks;
+}
+
+std::vector<Candidate> listCandidates(FcConfig* config, const CFontCollection& collection) {
+    const std::unordered_map<const CFont*, std::size_t> ranks = ranksOf(collection);
     std::vector<Candidate> found;
+    std::unordered_map<std::string_view, std::pair<int, std::string_view>> firstFaces;
     for (const FcSetName name : {FcSetSystem, FcSetApplication}) {
         const FcFontSet* const fonts = FcConfigGetFonts(config, name);
         for (int i = 0; fonts != nullptr && i < fonts->nfont; ++i) {
-            const Candidate candidate(fonts->fonts[i]);
-            if (collection.fontOfFile(candidate.file, candidate.index) != nullptr) {
-                found.push_back(candidate);
+            FcPattern* const pattern = fonts->fonts[i];
+            const std::string_view file = stringOf(pattern, FC_FILE);
+            const int index = integerOf(pattern, FC_INDEX);
+            if (const CFont* const font = collection.fontOfFile(file, index)) {
+                found.push_back({pattern, file, index, ranks.at(font)});
+                const std::pair face(index, stringOf(pattern, FC_POSTSCRIPT_NAME));
+                const auto known = firstFaces.emplace(file, face).first;
+                known->second = std::min(known->second, face);
             }
         }
     }
+    for (Candidate& candidate : found) {
+        candidate.title = firstFaces.at(candidate.title).second;
+    }
+    return found;
+}
+
+FontSetPtr candidates(FcConfig* config, const CFontCollection& collection) {
+    std::vector<Candidate> found = listCandidates(config, collection);
     std::sort(found.begin(), found.end());
     FontSetPtr set(FcFontSetCreate());
     if (!set) {
@@ -107,7 +135,7 @@ int widthOf(DWRITE_FONT_STRETCH stretch) {
     return index < widths.size() ? widths[index] : FC_WIDTH_NORMAL;
 }
 
-const std::string undetermined = "und";
+constexpr const char* undetermined = "und";
 
 PatternPtr wish(FcConfig* config, const FallbackKey& key) {
     PatternPtr pattern(FcPatternCreate());
@@ -119,7 +147,7 @@ PatternPtr wish(FcConfig* config, const FallbackKey& key) {
     FcPatternAddDouble(pattern.get(), FC_WEIGHT, FcWeightFromOpenTypeDouble(static_cast<double>(key.weight)));
     FcPatternAddInteger(pattern.get(), FC_WIDTH, widthOf(key.stretch));
     if (!key.language.empty()) {
-        FcPatternAddString(pattern.get(), FC_LANG, text(key.language));
+        FcPatternAddString(pattern.get(), FC_LANG, text(key.language.c_str()));
     }
     // Unless a wish names the undetermined language, Fontconfig adds what the environment says that the user speaks.
     FcPatternAddString(pattern.get(), FC_LANG, text(undetermined));
@@ -134,7 +162,7 @@ std::string folded(std::string_view family) {
     struct Free {
         void operator()(FcChar8* string) const { FcStrFree(string); }
     };
-    const std::unique_ptr<FcChar8, Free> lower(FcStrDowncase(text(copy)));
+    const std::unique_ptr<FcChar8, Free> lower(FcStrDowncase(text(copy.c_str())));
     return lower ? reinterpret_cast<const char*>(lower.get()) : copy;
 }
 

@@ -44,7 +44,7 @@ struct ListedFont {
 ///
 /// What the configuration prefers for sans-serif in the key's language comes first. Then plain sans faces come before
 /// serif, monospaced, other and, last of all, colour ones, whose glyphs may have no outlines; each in Fontconfig's
-/// order for the key. The same fonts give the same order, in whatever folders they lie.
+/// order for the key. The same fonts give the same order, wherever their files lie and however they are named.
 std::vector<ListedFont> fontconfigOrder(const CFontCollection& collection, const FallbackKey& key);
 
 } // namespace platform

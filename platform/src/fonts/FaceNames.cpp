@@ -186,21 +186,94 @@ const std::wstring* textFor(const LocalizedNames& names, const std::wstring& loc
     return found != names.end() ? &found->text : preferredName(names);
 }
 
-/// Adds the weight and stretch that only the family name's words state.
-FaceTraits completeTraits(FaceTraits traits, const std::vector<NamePart>& removed) {
-    for (const NamePart& part : removed) {
-        if (states(part, Aspect::stretch) && traits.stretch == DWRITE_FONT_STRETCH_NORMAL) {
-            traits.stretch = static_cast<DWRITE_FONT_STRETCH>(part.style->value);
-        } else if (states(part, Aspect::weight) && traits.weight == DWRITE_FONT_WEIGHT_NORMAL) {
-            traits.weight = static_cast<DWRITE_FONT_WEIGHT>(part.style->value);
+/// How much of `text` spells the word, letter case and the word's blank left aside; 0 if it does not start with it.
+std::size_t startsWith(std::wstring_view text, std::wstring_view word) {
+    std::size_t i = 0;
+    for (const wchar_t c : word) {
+        const bool matches = i < text.size() && lower(text[i]) == c;
+        if (!matches && c != L' ') {
+            return 0;
         }
+        i += matches ? 1 : 0;
+    }
+    return i;
+}
+
+/// Takes words of style written as one apart ("SemiBoldOblique", "Bold-Italic"). False if anything else is in it.
+bool takeApart(std::wstring_view text, std::vector<const StyleWord*>& found) {
+    while (!text.empty() && (text.front() == L'-' || text.front() == L'_')) {
+        text.remove_prefix(1);
+    }
+    if (text.empty()) {
+        return true;
+    }
+    for (const StyleWord& word : styleWords) {
+        const std::size_t length = startsWith(text, word.text);
+        if (length == 0) {
+            continue;
+        }
+        found.push_back(&word);
+        if (takeApart(text.substr(length), found)) {
+            return true;
+        }
+        found.pop_back();
+    }
+    return false;
+}
+
+/// What a face name says: the words of style, and how many words say something else.
+struct Statement {
+    std::vector<const StyleWord*> style;
+    unsigned otherWords = 0;
+    bool deniesSlope = false;
+
+    const StyleWord* about(Aspect aspect) const {
+        const auto found =
+            std::find_if(style.begin(), style.end(), [&](const StyleWord* word) { return word->aspect == aspect; });
+        return found != style.end() ? *found : nullptr;
+    }
+};
+
+Statement readStatement(const LocalizedNames& faceNames) {
+    Statement statement;
+    const std::wstring* const name = preferredName(faceNames);
+    for (const NamePart& part : parseName(name != nullptr ? *name : std::wstring())) {
+        std::vector<const StyleWord*> words;
+        if (part.style != nullptr) {
+            statement.style.push_back(part.style);
+        } else if (takeApart(part.text, words)) {
+            statement.style.insert(statement.style.end(), words.begin(), words.end());
+        } else if (spells(part.text, L"roman")) {
+            // Of a family name this may be part, of a face it says that it is regular.
+            statement.deniesSlope = true;
+        } else {
+            statement.deniesSlope = statement.deniesSlope || spells(part.text, L"upright");
+            ++statement.otherWords;
+        }
+    }
+    return statement;
+}
+
+/// Adds what only a face's name says: old and carelessly made fonts leave their tables at normal.
+FaceTraits completeTraits(FaceTraits traits, const LocalizedNames& faceNames) {
+    const Statement statement = readStatement(faceNames);
+    const StyleWord* const stretch = statement.about(Aspect::stretch);
+    if (stretch != nullptr && traits.stretch == DWRITE_FONT_STRETCH_NORMAL) {
+        traits.stretch = static_cast<DWRITE_FONT_STRETCH>(stretch->value);
+    }
+    const StyleWord* const weight = statement.about(Aspect::weight);
+    if (weight != nullptr && traits.weight == DWRITE_FONT_WEIGHT_NORMAL) {
+        traits.weight = static_cast<DWRITE_FONT_WEIGHT>(weight->value);
+    }
+    const StyleWord* const slope = statement.about(Aspect::slope);
+    if (slope != nullptr && traits.style == DWRITE_FONT_STYLE_NORMAL && !statement.deniesSlope) {
+        traits.style = static_cast<DWRITE_FONT_STYLE>(slope->value);
     }
     return traits;
 }
 
 WwsFace deriveFace(const StoredNames& names, const FaceTraits& stored) {
     WwsFace result;
-    result.traits = stored;
     for (const LocalizedName& name : names.win32Family) {
         Derivation derivation = deriveFamily(name.text, stored);
         const std::wstring* const subfamily = textFor(names.win32Subfamily, name.locale);
@@ -212,7 +285,6 @@ WwsFace deriveFace(const StoredNames& names, const FaceTraits& stored) {
             }
             face = composeFaceName(parts);
         }
-        result.traits = completeTraits(result.traits, derivation.removed);
         result.family.push_back({name.locale, std::move(derivation.family)});
         result.face.push_back({name.locale, std::move(face)});
     }
@@ -231,14 +303,20 @@ LocalizedNames firstPresent(std::initializer_list<const LocalizedNames*> choices
 } // namespace
 
 bool namesOblique(const LocalizedNames& faceNames) {
-    const std::wstring* const name = preferredName(faceNames);
-    const std::vector<NamePart> parts = name != nullptr ? parseName(*name) : std::vector<NamePart>();
+    const Statement statement = readStatement(faceNames);
     const auto statesStyle = [&](DWRITE_FONT_STYLE style) {
-        return std::any_of(parts.begin(), parts.end(), [&](const NamePart& part) {
-            return states(part, Aspect::slope) && part.style->value == style;
+        return std::any_of(statement.style.begin(), statement.style.end(), [&](const StyleWord* word) {
+            return word->aspect == Aspect::slope && word->value == style;
         });
     };
     return statesStyle(DWRITE_FONT_STYLE_OBLIQUE) && !statesStyle(DWRITE_FONT_STYLE_ITALIC);
+}
+
+Plainness plainnessOf(const LocalizedNames& faceNames) {
+    const Statement statement = readStatement(faceNames);
+    const bool isRegular = std::all_of(statement.style.begin(), statement.style.end(),
+                                       [](const StyleWord* word) { return word->aspect == Aspect::regular; });
+    return {isRegular && statement.otherWords == 0, statement.otherWords};
 }
 
 std::wstring simulatedFaceName(const std::wstring& baseFaceName, DWRITE_FONT_SIMULATIONS simulations) {
@@ -258,14 +336,17 @@ std::wstring simulatedFaceName(const std::wstring& baseFaceName, DWRITE_FONT_SIM
 }
 
 WwsFace wwsFace(const StoredNames& names, const FaceTraits& stored) {
+    WwsFace result;
     if (!names.wwsFamily.empty()) {
-        return {names.wwsFamily,
-                firstPresent({&names.wwsSubfamily, &names.typographicSubfamily, &names.win32Subfamily}), stored};
+        result = {names.wwsFamily,
+                  firstPresent({&names.wwsSubfamily, &names.typographicSubfamily, &names.win32Subfamily}), stored};
+    } else if (!names.typographicFamily.empty()) {
+        result = {names.typographicFamily, firstPresent({&names.typographicSubfamily, &names.win32Subfamily}), stored};
+    } else {
+        result = deriveFace(names, stored);
     }
-    if (!names.typographicFamily.empty()) {
-        return {names.typographicFamily, firstPresent({&names.typographicSubfamily, &names.win32Subfamily}), stored};
-    }
-    return deriveFace(names, stored);
+    result.traits = completeTraits(stored, result.face);
+    return result;
 }
 
 } // namespace platform

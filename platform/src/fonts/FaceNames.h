@@ -28,9 +28,17 @@ struct StoredNames {
 /// family, else its Win32 family without the words that state weight, width or slope.
 /// The face's name follows from the same source.
 ///
-/// `stored` are the traits its tables state. Where a word of weight or width had to be
-/// taken off the Win32 family and the tables say nothing of it (old fonts), it counts.
+/// `stored` are the traits its tables state. Where the English face name states a weight, width or slope and the tables
+/// say nothing of it, the name counts.
 WwsFace wwsFace(const StoredNames& names, const FaceTraits& stored);
+
+struct Plainness {
+    /// Whether a face name says nothing but that the face is the regular one.
+    bool isPlain;
+    /// The number of words in it that state no weight, width or slope: "Outline", "Display", "10pt".
+    unsigned otherWords;
+};
+Plainness plainnessOf(const LocalizedNames& faceNames);
 
 /// Whether an English face name calls the face oblique, not italic.
 bool namesOblique(const LocalizedNames& faceNames);

@@ -168,20 +168,13 @@ hb_ot_name_id_t nameId(DWRITE_INFORMATIONAL_STRING_ID id) {
 
 } // namespace
 
-hb_blob_t* FontFile::keepOpen() {
-    const std::lock_guard lock(m_opening);
-    if (!m_blob) {
-        m_blob = open();
-    }
-    return m_blob ? m_blob.get() : hb_blob_get_empty();
-}
-
-FaceSource::FaceSource(std::shared_ptr<FontFile> file, int index, FaceDescription description)
-    : m_file(std::move(file)), m_index(index), m_description(std::move(description)) {}
+FaceSource::FaceSource(std::shared_ptr<FontData> data, int index, FaceDescription description)
+    : m_data(std::move(data)), m_index(index), m_description(std::move(description)) {}
 
 hb_face_t* FaceSource::hbFace() {
     std::call_once(m_faceOnce, [this] {
-        m_face.reset(hb_face_create(m_file->keepOpen(), faceIndex(m_index)));
+        m_tables = FaceTables::load(m_data, faceIndex(m_index));
+        m_face = FaceTables::makeFace(m_tables);
         hb_face_make_immutable(m_face.get());
     });
     return m_face.get();
@@ -228,16 +221,23 @@ CLocalizedStrings* FaceSource::strings(DWRITE_INFORMATIONAL_STRING_ID id) {
     return slot.strings.get();
 }
 
-std::optional<FaceDescription> FaceSource::describe(hb_blob_t* blob, int index) {
-    const HbFacePtr face(hb_face_create(blob, faceIndex(index)));
+std::optional<FaceDescription> FaceSource::describe(const FontFile& file, int index) {
+    const std::vector<TableRecord> tables = file.tables(faceIndex(index));
+    const HbFacePtr face = FaceTables::look(file, tables);
     if (hb_face_get_glyph_count(face.get()) == 0) {
         return std::nullopt;
     }
     const unsigned instance = instanceNumber(index);
     FaceDescription description;
+    description.edition = {readRevision(face.get()), hb_face_get_glyph_count(face.get()), fingerprintOf(tables)};
     description.names = readStoredNames(face.get());
     const HbFontPtr font = makeInstance(face.get(), index);
-    description.wws = wwsFace(description.names, readTraits(font.get(), description.names));
+    const FaceTraits stored = readTraits(font.get(), description.names);
+    description.wws = wwsFace(description.names, stored);
+    if (hb_ot_var_has_data(face.get())) {
+        // What an instance is like its axes say; the names are those of another instance.
+        description.wws.traits = stored;
+    }
     nameFamilyless(face.get(), description.wws);
     if (instance != 0) {
         nameInstance(face.get(), instance, description.wws);

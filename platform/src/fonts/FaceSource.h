@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fonts/FaceNames.h"
+#include "fonts/FaceTables.h"
 #include "fonts/HarfBuzz.h"
 #include "fonts/LocalizedStrings.h"
 
@@ -14,28 +15,22 @@
 
 namespace platform {
 
-/// A font file. It is mapped while something uses it; the faces of a collection share
-/// one mapping.
-class FontFile {
-public:
-    explicit FontFile(std::string path) : m_path(std::move(path)) {}
+/// What tells faces of the same names and traits apart, as the font says.
+struct FaceEdition {
+    /// Of the table head, a fixed number of 16 and 16 bits.
+    std::uint32_t revision = 0;
+    std::uint32_t glyphCount = 0;
+    /// Equal for faces that are the same byte for byte, by the checksums in their directories.
+    std::uint64_t fingerprint = 0;
 
-    const std::string& path() const noexcept { return m_path; }
-    /// The file's contents for a short look; null if it cannot be read.
-    HbBlobPtr open() const { return HbBlobPtr(hb_blob_create_from_file_or_fail(m_path.c_str())); }
-    /// The file's contents for good; empty if it cannot be read.
-    hb_blob_t* keepOpen();
-
-private:
-    const std::string m_path;
-    std::mutex m_opening;
-    HbBlobPtr m_blob;
+    bool operator==(const FaceEdition&) const = default;
 };
 
 /// What is read of a face when the collection is built.
 struct FaceDescription {
     StoredNames names;
     WwsFace wws;
+    FaceEdition edition;
 };
 
 /// One face of a file, or a named instance of it: what a real font and its simulations
@@ -43,19 +38,22 @@ struct FaceDescription {
 class FaceSource {
 public:
     /// `index` is Fontconfig's: the face in its lower half, the named instance (from 1)
-    /// in its upper one. Nothing if `blob` holds no such face with glyphs.
-    static std::optional<FaceDescription> describe(hb_blob_t* blob, int index);
+    /// in its upper one. Nothing if `file` holds no such face with glyphs.
+    static std::optional<FaceDescription> describe(const FontFile& file, int index);
 
-    FaceSource(std::shared_ptr<FontFile> file, int index, FaceDescription description);
+    FaceSource(std::shared_ptr<FontData> data, int index, FaceDescription description);
 
-    const FontFile& file() const noexcept { return *m_file; }
+    const std::string& path() const noexcept { return m_data->path(); }
     int index() const noexcept { return m_index; }
     const StoredNames& names() const noexcept { return m_description.names; }
     const WwsFace& wws() const noexcept { return m_description.wws; }
+    const FaceEdition& edition() const noexcept { return m_description.edition; }
 
     /// A font of the face in design units with the instance's variations; not immutable
-    /// yet. One without glyphs if the file has become unreadable.
+    /// yet. One without glyphs if the file is no longer the one that was described.
     HbFontPtr makeFont();
+    /// Whether outlines are missing because the file changed after the font was made.
+    bool isTorn() const noexcept { return m_tables && m_tables->isTorn(); }
 
     /// The strings of the name table; null if the face has none.
     CLocalizedStrings* strings(DWRITE_INFORMATIONAL_STRING_ID id);
@@ -70,10 +68,11 @@ private:
     hb_face_t* hbFace();
     LocalizedNames readStrings(DWRITE_INFORMATIONAL_STRING_ID id);
 
-    const std::shared_ptr<FontFile> m_file;
+    const std::shared_ptr<FontData> m_data;
     const int m_index;
     const FaceDescription m_description;
     std::once_flag m_faceOnce;
+    std::shared_ptr<FaceTables> m_tables;
     HbFacePtr m_face;
     std::mutex m_stringsGuard;
     std::array<StringSlot, stringCount> m_strings;

@@ -5,9 +5,13 @@
 #include "fonts/NameTable.h"
 
 #include <algorithm>
+#include <compare>
+#include <cstdint>
 #include <cstdlib>
 #include <map>
+#include <optional>
 #include <tuple>
+#include <utility>
 
 namespace platform {
 
@@ -22,14 +26,65 @@ struct FontDraft {
     DWRITE_FONT_SIMULATIONS simulations;
 };
 
-/// Fonts from the most regular one outwards, so that the first font of a family is the
-/// one that a caller with no wishes wants.
-auto orderInFamily(const FontDraft& font) {
-    const int stretch = font.traits.stretch;
-    const int weight = font.traits.weight;
-    return std::tuple(std::abs(stretch - DWRITE_FONT_STRETCH_NORMAL), stretch,
-                      std::abs(weight - DWRITE_FONT_WEIGHT_NORMAL), weight, static_cast<int>(font.traits.style),
-                      std::string_view(font.source->file().path()), font.source->index());
+/// Whether a face bears its family's own name, as GDI knows it.
+bool bearsFamilyName(const FaceSource& source) {
+    const std::wstring* const win32 = preferredName(source.names().win32Family);
+    return win32 != nullptr && foldCase(*win32) == foldCase(*preferredName(source.wws().family));
+}
+
+/// A font's place in its family: from the most regular one outwards, so that the first font of a family is the one that
+/// a caller with no wishes wants. Where traits are the same, the font's own names and tables decide, and never how its
+/// file is named; fonts of one place are one font.
+struct Place {
+    using Traits = std::tuple<int, int, int, int, int>;
+    using Names = std::tuple<bool, unsigned, bool, std::wstring>;
+    using Edition = std::tuple<std::int64_t, std::int64_t, std::uint64_t, int>;
+
+    Traits traits;
+    Names names;
+    Edition edition;
+
+    explicit Place(const FaceSource& source) {
+        const int stretch = source.wws().traits.stretch;
+        const int weight = source.wws().traits.weight;
+        traits = {std::abs(stretch - DWRITE_FONT_STRETCH_NORMAL), stretch, std::abs(weight - DWRITE_FONT_WEIGHT_NORMAL),
+                  weight, static_cast<int>(source.wws().traits.style)};
+        const Plainness plainness = plainnessOf(source.wws().face);
+        const std::wstring* const face = preferredName(source.wws().face);
+        names = {!plainness.isPlain, plainness.otherWords, !bearsFamilyName(source), face != nullptr ? *face : L""};
+        // The later and the richer edition first; of a variable font its instances in their order.
+        const FaceEdition& stated = source.edition();
+        constexpr int instanceShift = 16;
+        edition = {-std::int64_t{stated.revision}, -std::int64_t{stated.glyphCount}, stated.fingerprint,
+                   source.index() >> instanceShift};
+    }
+    auto operator<=>(const Place&) const = default;
+};
+
+/// The faces of a family in order, each once.
+std::vector<FaceSource*> inOrder(const std::vector<FaceSource*>& sources) {
+    std::vector<std::pair<Place, FaceSource*>> placed;
+    placed.reserve(sources.size());
+    for (FaceSource* const source : sources) {
+        placed.emplace_back(Place(*source), source);
+    }
+    std::stable_sort(placed.begin(), placed.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<FaceSource*> ordered;
+    for (std::size_t i = 0; i < placed.size(); ++i) {
+        if (i == 0 || placed[i].first != placed[i - 1].first) {
+            ordered.push_back(placed[i].second);
+        }
+    }
+    return ordered;
+}
+
+/// The index of the upright face whose name says nothing but that it is the regular one; none if there is no such face.
+std::optional<std::size_t> findPlain(const std::vector<FontDraft>& fonts) {
+    const auto found = std::find_if(fonts.begin(), fonts.end(), [](const FontDraft& font) {
+        return font.simulations == DWRITE_FONT_SIMULATIONS_NONE && font.traits.style == DWRITE_FONT_STYLE_NORMAL &&
+               plainnessOf(font.source->wws().face).isPlain;
+    });
+    return found != fonts.end() ? std::optional(static_cast<std::size_t>(found - fonts.begin())) : std::nullopt;
 }
 
 bool contains(const std::vector<FontDraft>& fonts, const FaceTraits& traits) {
@@ -104,11 +159,9 @@ std::vector<FamilyDraft> groupFamilies(const std::vector<std::unique_ptr<FaceSou
 
 std::unique_ptr<CFontFamily> buildFamily(CFontCollection& collection, FamilyDraft draft) {
     std::vector<FontDraft> fonts;
-    for (FaceSource* source : draft.sources) {
+    for (FaceSource* const source : inOrder(draft.sources)) {
         fonts.push_back({source, source->wws().traits, DWRITE_FONT_SIMULATIONS_NONE});
     }
-    std::sort(fonts.begin(), fonts.end(),
-              [](const FontDraft& a, const FontDraft& b) { return orderInFamily(a) < orderInFamily(b); });
     addBoldSimulations(fonts);
     addObliqueSimulations(fonts);
 
@@ -118,7 +171,7 @@ std::unique_ptr<CFontFamily> buildFamily(CFontCollection& collection, FamilyDraf
         members.push_back(
             std::make_unique<CFont>(*family, *font.source, font.traits, font.simulations, faceNames(font)));
     }
-    family->setFonts(std::move(members));
+    family->setFonts(std::move(members), findPlain(fonts));
     return family;
 }
 

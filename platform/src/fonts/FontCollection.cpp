@@ -11,15 +11,6 @@
 
 namespace platform {
 
-/// Tells a collection of ours from one that a caller made; answered to no one else.
-struct IOwnFontCollection : IUnknown {};
-
-} // namespace platform
-
-PLATFORM_UUID(platform::IOwnFontCollection, "0b8c2a9e-6f3d-4c57-8a1b-92d7e4f06c35");
-
-namespace platform {
-
 namespace {
 
 // What fonts the process has may change until the first question about them.
@@ -28,6 +19,17 @@ bool wasRead = false;
 
 constexpr UINT32 noIndex = 0xFFFFFFFF;
 
+/// The collection of ours behind an interface; null where there is none.
+CFontCollection* ownCollection(IDWriteFontCollection& collection) {
+    void* own = nullptr;
+    if (FAILED(collection.QueryInterface(ownFontCollectionId, &own)) || own == nullptr) {
+        return nullptr;
+    }
+    auto* const found = static_cast<CFontCollection*>(own);
+    found->Release();
+    return found;
+}
+
 std::string fileKey(std::string_view file, int index) {
     return std::string(file).append(1, '\0').append(std::to_string(index));
 }
@@ -35,18 +37,20 @@ std::string fileKey(std::string_view file, int index) {
 /// The faces of a set that can be used; each file is opened once and closed again.
 std::vector<std::unique_ptr<FaceSource>> readSources(const FontSet& set) {
     std::vector<std::unique_ptr<FaceSource>> sources;
-    std::shared_ptr<FontFile> file;
-    HbBlobPtr blob;
+    std::string path;
+    std::unique_ptr<FontFile> file;
+    std::shared_ptr<FontData> data;
     for (const FontSetEntry& entry : set.entries) {
-        if (!file || file->path() != entry.file) {
-            file = std::make_shared<FontFile>(entry.file);
-            blob = file->open();
+        if (path != entry.file) {
+            path = entry.file;
+            file = FontFile::open(path);
+            data = file ? std::make_shared<FontData>(path, file->identity()) : nullptr;
         }
-        if (!blob) {
+        if (!file) {
             continue;
         }
-        if (std::optional<FaceDescription> description = FaceSource::describe(blob.get(), entry.index)) {
-            sources.push_back(std::make_unique<FaceSource>(file, entry.index, std::move(*description)));
+        if (std::optional<FaceDescription> description = FaceSource::describe(*file, entry.index)) {
+            sources.push_back(std::make_unique<FaceSource>(data, entry.index, std::move(*description)));
         }
     }
     return sources;
@@ -69,14 +73,13 @@ bool CFontCollection::beforeReading(const std::function<bool()>& change) {
     return !wasRead && change();
 }
 
+bool CFontCollection::isUsable(IDWriteFontCollection* collection) {
+    return collection == nullptr || ownCollection(*collection) != nullptr;
+}
+
 CFontCollection& CFontCollection::of(IDWriteFontCollection* collection) {
-    void* own = nullptr;
-    if (collection == nullptr || FAILED(collection->QueryInterface(__uuidof(IOwnFontCollection), &own))) {
-        return system();
-    }
-    auto* const found = static_cast<CFontCollection*>(static_cast<IDWriteFontCollection*>(own));
-    found->Release();
-    return *found;
+    CFontCollection* const own = collection != nullptr ? ownCollection(*collection) : nullptr;
+    return own != nullptr ? *own : system();
 }
 
 CFontCollection::CFontCollection(const FontSet& set)
@@ -93,7 +96,7 @@ CFontCollection::CFontCollection(const FontSet& set)
                 m_familyByFoldedName.emplace(foldCase(name.text), index);
             }
             if (font->simulations() == DWRITE_FONT_SIMULATIONS_NONE) {
-                m_fontByFile.emplace(fileKey(font->source().file().path(), font->source().index()), font.get());
+                m_fontByFile.emplace(fileKey(font->source().path(), font->source().index()), font.get());
             }
         }
     }
@@ -122,9 +125,9 @@ CFont* CFontCollection::fontOfFile(std::string_view file, int index) const {
 }
 
 HRESULT CFontCollection::QueryInterface(REFIID riid, void** object) {
-    if (riid == __uuidof(IOwnFontCollection)) {
+    if (riid == ownFontCollectionId) {
         AddRef();
-        *object = static_cast<IDWriteFontCollection*>(this);
+        *object = this;
         return S_OK;
     }
     return CInternedObject::QueryInterface(riid, object);

@@ -19,6 +19,9 @@ class FaceSource;
 class FamilySubstitutes;
 struct FontSet;
 
+/// Asked of a collection, gives the CFontCollection behind it, counted; only ours know it.
+inline constexpr GUID ownFontCollectionId = detail::guid("0b8c2a9e-6f3d-4c57-8a1b-92d7e4f06c35");
+
 /// All families, ordered by name. Interned; immutable once built.
 class CFontCollection final : public CInternedObject<IDWriteFontCollection> {
 public:
@@ -27,8 +30,10 @@ public:
     /// Makes a change to what fonts the process has, unless they have been read: then nothing, and false. Also false
     /// where the change says so.
     static bool beforeReading(const std::function<bool()>& change);
-    /// The collection behind an interface pointer: the system's for null and for a
-    /// collection that is not ours.
+    /// Whether text can be set in the fonts of a collection: null and ours, but none that a caller made, since no
+    /// interface hands out the bytes of its fonts.
+    static bool isUsable(IDWriteFontCollection* collection);
+    /// The collection behind an interface pointer that is usable: the system's for null.
     static CFontCollection& of(IDWriteFontCollection* collection);
 
     /// Families and fonts of `set`.

@@ -1,11 +1,13 @@
 #include "fonts/FontFace.h"
 
 #include "fonts/FaceSource.h"
+#include "fonts/Font.h"
 #include "fonts/FontMetrics.h"
 #include "fonts/GlyphOutline.h"
 
 #include <cmath>
 #include <memory>
+#include <stdexcept>
 
 namespace platform {
 
@@ -117,13 +119,14 @@ void CFontFace::outline(std::uint16_t glyph, OutlineSink& sink) const {
     if (glyph >= m_glyphCount) {
         return;
     }
-    if (m_hasPictures && playPictureFrame(m_drawingFont.get(), glyph, sink)) {
-        return;
-    }
-    if ((m_simulations & DWRITE_FONT_SIMULATIONS_BOLD) != 0) {
+    const bool isFramed = m_hasPictures && playPictureFrame(m_drawingFont.get(), glyph, sink);
+    if (!isFramed && (m_simulations & DWRITE_FONT_SIMULATIONS_BOLD) != 0) {
         playEmboldenedOutline(m_drawingFont.get(), glyph, static_cast<float>(m_boldStrength), sink);
-    } else {
+    } else if (!isFramed) {
         playOutline(m_drawingFont.get(), glyph, sink);
+    }
+    if (m_font.source().isTorn()) {
+        throw std::runtime_error("the font file changed while it was in use: " + m_font.source().path());
     }
 }
 

@@ -58,7 +58,8 @@ public:
     /// Exact bounds of the outline as drawn; computed once per glyph. The reference
     /// stays valid as long as the face. Empty past the last glyph.
     const GlyphBounds& glyphBounds(std::uint16_t glyph) const;
-    /// Plays the outline as drawn, a frame for a picture that has none; nothing past the last glyph.
+    /// Plays the outline as drawn, a frame for a picture that has none; nothing past the last glyph. Throws
+    /// std::runtime_error where the font's file changed before its outlines were read; glyphBounds does so too.
     void outline(std::uint16_t glyph, OutlineSink& sink) const;
 
     // IDWriteFontFace

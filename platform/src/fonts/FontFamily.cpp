@@ -49,8 +49,17 @@ CFontFamily::CFontFamily(CFontCollection& collection, LocalizedNames names)
 
 CFontFamily::~CFontFamily() = default;
 
-void CFontFamily::setFonts(std::vector<std::unique_ptr<CFont>> fonts) {
+void CFontFamily::setFonts(std::vector<std::unique_ptr<CFont>> fonts, std::optional<std::size_t> plain) {
     m_fonts = std::move(fonts);
+    m_plain = plain ? m_fonts[*plain].get() : nullptr;
+}
+
+std::uint32_t CFontFamily::distance(const FaceTraits& request, const CFont& font) const noexcept {
+    const bool isPlainRequest = request.weight == DWRITE_FONT_WEIGHT_NORMAL &&
+                                request.stretch == DWRITE_FONT_STRETCH_NORMAL &&
+                                request.style == DWRITE_FONT_STYLE_NORMAL;
+    // Nothing else is closer, not even a font whose tables say just that.
+    return isPlainRequest && &font == m_plain ? 0 : 1 + matchDistance(request, font.traits());
 }
 
 CFont& CFontFamily::match(DWRITE_FONT_WEIGHT weight, DWRITE_FONT_STRETCH stretch, DWRITE_FONT_STYLE style) const {
@@ -64,7 +73,7 @@ CFont& CFontFamily::match(DWRITE_FONT_WEIGHT weight, DWRITE_FONT_STRETCH stretch
     }
 
     const auto best = std::min_element(m_fonts.begin(), m_fonts.end(), [&](const auto& a, const auto& b) {
-        return matchDistance(request, a->traits()) < matchDistance(request, b->traits());
+        return distance(request, *a) < distance(request, *b);
     });
     const auto index = static_cast<std::uint64_t>(best - m_fonts.begin());
     remembered.store(question << 32 | index, std::memory_order_relaxed);
@@ -109,9 +118,8 @@ HRESULT CFontFamily::GetMatchingFonts(DWRITE_FONT_WEIGHT weight, DWRITE_FONT_STR
         for (const std::unique_ptr<CFont>& font : m_fonts) {
             fonts.push_back(font.get());
         }
-        std::stable_sort(fonts.begin(), fonts.end(), [&](const CFont* a, const CFont* b) {
-            return matchDistance(request, a->traits()) < matchDistance(request, b->traits());
-        });
+        std::stable_sort(fonts.begin(), fonts.end(),
+                         [&](const CFont* a, const CFont* b) { return distance(request, *a) < distance(request, *b); });
         *matchingFonts = new CFontList(m_collection, std::move(fonts));
         return S_OK;
     });

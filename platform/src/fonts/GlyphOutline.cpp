@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace platform {
 
@@ -41,6 +42,52 @@ hb_draw_funcs_t* makeDrawFunctions() {
     hb_draw_funcs_make_immutable(functions);
     return functions;
 }
+
+/// Hands on the contours that lead somewhere. Fonts anchor marks at contours of a single point: those have no ink.
+class ContourFilter final : public OutlineSink {
+public:
+    explicit ContourFilter(OutlineSink& sink) : m_sink(sink) {}
+
+    void moveTo(OutlinePoint to) override {
+        m_start = to;
+        m_isOpen = false;
+    }
+    void lineTo(OutlinePoint to) override {
+        if (leadsAway({to})) {
+            m_sink.lineTo(to);
+        }
+    }
+    void quadTo(OutlinePoint control, OutlinePoint to) override {
+        if (leadsAway({control, to})) {
+            m_sink.quadTo(control, to);
+        }
+    }
+    void cubicTo(OutlinePoint control1, OutlinePoint control2, OutlinePoint to) override {
+        if (leadsAway({control1, control2, to})) {
+            m_sink.cubicTo(control1, control2, to);
+        }
+    }
+    void close() override {
+        if (m_isOpen) {
+            m_sink.close();
+        }
+    }
+
+private:
+    /// Begins the contour with the first segment that leaves its start.
+    bool leadsAway(std::initializer_list<OutlinePoint> points) {
+        const auto isElsewhere = [this](OutlinePoint point) { return point.x != m_start.x || point.y != m_start.y; };
+        if (!m_isOpen && std::any_of(points.begin(), points.end(), isElsewhere)) {
+            m_sink.moveTo(m_start);
+            m_isOpen = true;
+        }
+        return m_isOpen;
+    }
+
+    OutlineSink& m_sink;
+    OutlinePoint m_start{0, 0};
+    bool m_isOpen = false;
+};
 
 /// Calls `visit` with the curve's value wherever its derivative vanishes inside (0, 1).
 template <typename Visit>
@@ -84,7 +131,9 @@ void cubicExtremes(double p0, double p1, double p2, double p3, Visit&& visit) {
 
 void playOutline(hb_font_t* font, hb_codepoint_t glyph, OutlineSink& sink) {
     static hb_draw_funcs_t* const functions = makeDrawFunctions();
-    hb_font_get_glyph_shape(font, glyph, functions, &sink);
+    ContourFilter filter(sink);
+    OutlineSink* const filtered = &filter;
+    hb_font_get_glyph_shape(font, glyph, functions, filtered);
 }
 
 void OutlineBounds::include(OutlinePoint point) {
@@ -95,7 +144,7 @@ void OutlineBounds::include(OutlinePoint point) {
 }
 
 void OutlineBounds::moveTo(OutlinePoint to) {
-    // A contour without segments has no ink: its point counts once something follows.
+    // The start counts once something follows.
     m_current = to;
 }
 

@@ -6,7 +6,8 @@
 
 namespace platform {
 
-/// Plays a glyph's outline in the font's scale. Nothing for a glyph without outline.
+/// Plays a glyph's outline in the font's scale, without contours that are a single point. Nothing for a glyph without
+/// outline.
 void playOutline(hb_font_t* font, hb_codepoint_t glyph, OutlineSink& sink);
 
 /// As playOutline, with all stems widened by `strength` units; heights stay as they are,

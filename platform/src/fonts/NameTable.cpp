@@ -14,7 +14,7 @@ namespace platform {
 
 namespace {
 
-const std::wstring englishUnitedStates = L"en-us";
+constexpr std::wstring_view englishUnitedStates = L"en-us";
 
 /// HarfBuzz names the languages of a name table without the region that the table's
 /// language codes imply ("ja" for Japanese of Japan): the likely region completes them.
@@ -52,7 +52,7 @@ const std::wstring& localeOf(hb_language_t language) {
         return found->second;
     }
     const char* const tag = hb_language_to_string(language);
-    std::wstring locale = std::string_view(tag) == "en" ? englishUnitedStates : completeLocale(tag);
+    std::wstring locale = std::string_view(tag) == "en" ? std::wstring(englishUnitedStates) : completeLocale(tag);
     return known.emplace(language, std::move(locale)).first->second;
 }
 

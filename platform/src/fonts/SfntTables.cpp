@@ -25,6 +25,11 @@ private:
 
 } // namespace
 
+std::uint32_t readRevision(hb_face_t* face) {
+    const TableBytes bytes(face, HB_TAG('h', 'e', 'a', 'd'));
+    return bytes.size() < 54 ? 0 : static_cast<std::uint32_t>(bytes.u16(4)) << 16 | bytes.u16(6);
+}
+
 std::optional<Os2Table> readOs2(hb_face_t* face) {
     const TableBytes bytes(face, HB_TAG('O', 'S', '/', '2'));
     constexpr unsigned sizeOfVersion0 = 78;

@@ -41,6 +41,9 @@ struct PostTable {
     std::int16_t underlineThickness;
 };
 
+/// The font's revision as the table head states it; 0 without one.
+std::uint32_t readRevision(hb_face_t* face);
+
 /// Nothing when the face lacks the table or has too little of it.
 std::optional<Os2Table> readOs2(hb_face_t* face);
 std::optional<HheaTable> readHhea(hb_face_t* face);

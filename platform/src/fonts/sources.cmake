@@ -3,12 +3,14 @@ list(APPEND PLATFORM_SOURCES
     src/fonts/EmboldenedOutline.cpp
     src/fonts/FaceNames.cpp
     src/fonts/FaceSource.cpp
+    src/fonts/FaceTables.cpp
     src/fonts/FamilyBuilder.cpp
     src/fonts/FamilySubstitutes.cpp
     src/fonts/Font.cpp
     src/fonts/FontCollection.cpp
     src/fonts/FontFace.cpp
     src/fonts/FontFamily.cpp
+    src/fonts/FontFile.cpp
     src/fonts/FontFolder.cpp
     src/fonts/FontMatching.cpp
     src/fonts/FontMetrics.cpp

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "fonts/FontCollection.h"
+
 namespace platform {
 
 namespace {
@@ -38,6 +40,9 @@ HRESULT readFont(IDWriteTextFormat& format, FontSettings& font) {
     IDWriteFontCollection* collection = nullptr;
     format.GetFontCollection(&collection);
     font.collection = Reference<IDWriteFontCollection>(collection, false);
+    if (!CFontCollection::isUsable(collection)) {
+        return E_INVALIDARG;
+    }
     font.weight = format.GetFontWeight();
     font.style = format.GetFontStyle();
     font.stretch = format.GetFontStretch();

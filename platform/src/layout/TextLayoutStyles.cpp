@@ -5,6 +5,8 @@
 #include <cwchar>
 #include <utility>
 
+#include "fonts/FontCollection.h"
+
 namespace platform {
 
 namespace {
@@ -27,6 +29,9 @@ HRESULT CTextLayout::setStyle(DWRITE_TEXT_RANGE range, Value RunStyle::*member, 
 }
 
 HRESULT CTextLayout::SetFontCollection(IDWriteFontCollection* collection, DWRITE_TEXT_RANGE range) {
+    if (!CFontCollection::isUsable(collection)) {
+        return E_INVALIDARG;
+    }
     return setStyle(range, &RunStyle::collection, Reference<IDWriteFontCollection>(collection),
                     TextPipeline::Stage::Shaping);
 }

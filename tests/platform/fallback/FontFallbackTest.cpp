@@ -8,6 +8,7 @@
 
 #include "fallback/FallbackTestSupport.h"
 #include "fonts/FontSet.h"
+#include "support/ForeignCollection.h"
 
 namespace platform {
 namespace {
@@ -104,6 +105,12 @@ void expectNothing(const Answer& answer, HRESULT result) {
 
 TEST(MapCharacters, refusesToWorkWithoutASource) {
     expectNothing(map(nullptr, 0, 1), E_INVALIDARG);
+}
+
+TEST(MapCharacters, refusesACollectionThatACallerMade) {
+    test::ForeignCollection foreign;
+    StackSource source(L"abc");
+    expectNothing(map(&source, 0, 1, L"Liberation Sans", &foreign), E_INVALIDARG);
 }
 
 TEST(MapCharacters, mapsNothingOfLengthZero) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cwchar>
+
 namespace platform::test {
 namespace {
 
@@ -84,7 +86,48 @@ TEST(FaceNames, ATypographicFamilyIsTakenAsItIs) {
     EXPECT_EQ(wwsFace(names, {}).face[0].text, L"Bold");
     names.typographicSubfamily = english(L"Condensed Thing");
     EXPECT_EQ(wwsFace(names, {}).face[0].text, L"Condensed Thing");
-    EXPECT_EQ(wwsFace(names, {}).traits.stretch, DWRITE_FONT_STRETCH_NORMAL);
+}
+
+TEST(FaceNames, AFacesNameStatesWhatTheTablesLeaveNormal) {
+    struct Row {
+        const wchar_t* face;
+        int weight;
+        int stretch;
+        DWRITE_FONT_STYLE style;
+    };
+    constexpr auto upright = DWRITE_FONT_STYLE_NORMAL;
+    constexpr auto italic = DWRITE_FONT_STYLE_ITALIC;
+    constexpr auto oblique = DWRITE_FONT_STYLE_OBLIQUE;
+    for (const Row& row : {Row{L"Italic", 400, 5, italic}, Row{L"Light", 300, 5, upright},
+                           Row{L"Condensed Bold", 700, 3, upright}, Row{L"SemiBoldOblique", 600, 5, oblique},
+                           Row{L"Bold-Italic", 700, 5, italic}, Row{L"Regular", 400, 5, upright},
+                           // A slope that is denied or halved is none, and letters are no words.
+                           Row{L"Upright Italic", 400, 5, upright}, Row{L"Half-Italic", 400, 5, upright},
+                           Row{L"Lighthouse", 400, 5, upright}}) {
+        for (const bool typographic : {false, true}) {
+            StoredNames names;
+            names.win32Family = english(L"Sample");
+            names.win32Subfamily = english(typographic ? L"Regular" : row.face);
+            if (typographic) {
+                names.typographicFamily = english(L"Sample");
+                names.typographicSubfamily = english(row.face);
+            }
+            const FaceTraits traits = wwsFace(names, {}).traits;
+            EXPECT_EQ(traits.weight, row.weight) << typographic;
+            EXPECT_EQ(traits.stretch, row.stretch) << typographic;
+            EXPECT_EQ(traits.style, row.style) << typographic;
+        }
+    }
+}
+
+TEST(FaceNames, APlainFaceSaysNothingButThatItIsRegular) {
+    for (const wchar_t* const name : {L"Regular", L"Normal", L"book", L"Roman", L" regular", L"Book Regular"}) {
+        EXPECT_TRUE(plainnessOf(english(name)).isPlain) << std::string(name, name + std::wcslen(name));
+    }
+    for (const wchar_t* const name : {L"Medium", L"Outline", L"Regular Display", L"RegularItalic", L"10pt"}) {
+        EXPECT_FALSE(plainnessOf(english(name)).isPlain) << std::string(name, name + std::wcslen(name));
+    }
+    EXPECT_EQ(plainnessOf(english(L"Subiaco Bold 12")).otherWords, 2u);
 }
 
 TEST(FaceNames, AFaceWithoutAnyNamesHasNoFamily) {

@@ -128,6 +128,23 @@ TEST(GlyphRunOutline, YGoesDownAndTheFigureIsFilledAndClosed) {
     EXPECT_THAT(played.sink.box(), ElementsAre(50, -710, 650, 0));
 }
 
+TEST(GlyphRunOutline, AContourOfASinglePointBeginsNoFigure) {
+    // u of DejaVu Sans has a contour and, 27 units above it, a point that marks are anchored at: fontTools'
+    // TTFont(...)["glyf"]["u"].endPtsOfContours is [19, 20], and BoundsPen's yMax without single points 1120.
+    CFont& plain = fontOfFile("fonts-dejavu-core/DejaVuSans.ttf");
+    for (const auto& font : plain.family().fonts()) {
+        if (&font->source() != &plain.source()) {
+            continue;
+        }
+        const UINT16 glyph = plain.face().nominalGlyph(U'u');
+        RecordingSink sink;
+        font->face().GetGlyphRunOutline(2048, &glyph, nullptr, nullptr, 1, FALSE, FALSE, &sink);
+        EXPECT_EQ(std::count(sink.calls.begin(), sink.calls.end(), 'B'), 1);
+        EXPECT_EQ(std::count(sink.calls.begin(), sink.calls.end(), 'E'), 1);
+        EXPECT_NEAR(sink.box()[1], -1120.0F, 0.01F) << font->simulations();
+    }
+}
+
 TEST(GlyphRunOutline, SetsTheFillModeOnceAlsoForASpace) {
     EXPECT_EQ(play({.glyphs = {space}}).sink.calls, "M");
     EXPECT_EQ(play({.glyphs = {i, space, i}}).sink.calls, "MBLLLLEBLLLLE");

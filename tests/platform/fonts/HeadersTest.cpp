@@ -40,6 +40,19 @@ TEST(PlatformHeaders, AnInterfacesIdentifierIsThatOfItsTypeAnExpressionAndAPoint
     EXPECT_FALSE(__uuidof(IDWriteFactory2) == expected);
 }
 
+TEST(PlatformHeaders, AMatrixHasTheNamesOfOlderHeadersToo) {
+    D2D1_MATRIX_3X2_F matrix = {1, 2, 3, 4, 5, 6};
+    EXPECT_EQ(matrix._11, 1.0F);
+    EXPECT_EQ(matrix._12, 2.0F);
+    EXPECT_EQ(matrix._21, 3.0F);
+    EXPECT_EQ(matrix._22, 4.0F);
+    EXPECT_EQ(matrix._31, 5.0F);
+    EXPECT_EQ(matrix._32, 6.0F);
+    matrix._31 = 7;
+    EXPECT_EQ(matrix.dx, 7.0F);
+    EXPECT_EQ(sizeof matrix, 6 * sizeof(FLOAT));
+}
+
 TEST(PlatformHeaders, IdentifiersAreComparedWhole) {
     GUID left = __uuidof(ID2D1Factory);
     EXPECT_TRUE(IsEqualGUID(left, __uuidof(ID2D1Factory)));

@@ -117,7 +117,7 @@ TEST(SimulatedFonts, ABoldLeavesGlyphsWithoutAdvanceWithoutOne) {
     ASSERT_NE(mark, 0);
     ASSERT_EQ(real.face().advance(mark), 0);
     // A face of its own, as if the family had no bold.
-    const CFontCollection alone(FontSet{{{real.source().file().path(), real.source().index()}}});
+    const CFontCollection alone(FontSet{{{real.source().path(), real.source().index()}}});
     CFont* const heavy = member(*alone.families()[0], 700, DWRITE_FONT_STYLE_NORMAL, bold);
     ASSERT_NE(heavy, nullptr);
     EXPECT_EQ(heavy->face().advance(mark), 0);

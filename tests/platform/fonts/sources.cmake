@@ -4,7 +4,9 @@ list(APPEND PLATFORM_TESTS
     fonts/FaceNamesTest.cpp
     fonts/FamilySubstitutesTest.cpp
     fonts/FontCollectionTest.cpp
+    fonts/FileNamesTest.cpp
     fonts/FontFaceTest.cpp
+    fonts/FontFilesTest.cpp
     fonts/FontFolderTest.cpp
     fonts/FontMatchingTest.cpp
     fonts/FontMetricsTest.cpp
@@ -14,6 +16,7 @@ list(APPEND PLATFORM_TESTS
     fonts/HeadersTest.cpp
     fonts/ManyFontsTest.cpp
     fonts/PictureFontsTest.cpp
+    fonts/PlainFacesTest.cpp
     fonts/SimulatedFontsTest.cpp
     fonts/SymbolFontsTest.cpp
     fonts/VariableFontsTest.cpp)

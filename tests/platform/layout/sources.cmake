@@ -5,6 +5,7 @@ list(APPEND PLATFORM_TESTS
     layout/BreaksAndShapesTest.cpp
     layout/DrawTest.cpp
     layout/FactoryTest.cpp
+    layout/ForeignCollectionTest.cpp
     layout/HitTestInvariantsTest.cpp
     layout/HitTestTest.cpp
     layout/InlineObjectTest.cpp
