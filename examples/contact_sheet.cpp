@@ -150,6 +150,18 @@ tool::LaidOutText boxedText(const Sample& sample, float width, double x, double 
     return placed(std::move(paragraph), box, x, y);
 }
 
+void draw(const std::vector<tool::LaidOutText>& texts, const std::string& path, const tool::PictureOptions& options) {
+    tool::PictureExtent extent;
+    for (const tool::LaidOutText& text : texts) {
+        extent.include(text);
+    }
+    tool::Picture picture(tool::PictureFormat::Png, path, extent, options);
+    for (const tool::LaidOutText& text : texts) {
+        picture.draw(text);
+    }
+    picture.finish();
+}
+
 void drawSheet(const std::vector<Sample>& samples, const std::string& path) {
     constexpr int columns = 5;
     constexpr double cellWidth = 52.0;
@@ -164,7 +176,7 @@ void drawSheet(const std::vector<Sample>& samples, const std::string& path) {
         texts.push_back(boxedText(sample, 46.0F, x, y - 3.4));
         ++cell;
     }
-    tool::writePng(path, texts, {.boxes = true, .longerSide = 2600.0});
+    draw(texts, path, {.boxes = true, .longerSide = 2600.0});
     std::cout << "A sheet of " << scripts.size() << " scripts.\n";
 }
 
@@ -267,7 +279,7 @@ void drawList(const std::vector<Sample>& samples, const std::string& path) {
         texts.push_back(plainText(label, "en", 1.8F, x, y - 1.2));
         texts.push_back(plainText(samples[i].sentence, samples[i].tag, 2.8F, x + 52.0, y));
     }
-    tool::writePng(path, texts, {.boxes = false, .longerSide = 2000.0});
+    draw(texts, path, {.boxes = false, .longerSide = 2000.0});
 }
 
 } // namespace

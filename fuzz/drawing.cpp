@@ -54,10 +54,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const dxf::Drawing drawing = dxf::readDrawing(input);
         constexpr std::size_t mostTexts = 10000;
         std::size_t count = 0;
-        dxf::placeTexts(drawing, [&count](const dxf::PlacedText& placed) {
+        const auto take = [&count](const dxf::PlacedText& placed) {
             fuzz::require(placed.text != nullptr);
             return ++count < mostTexts;
-        });
+        };
+        dxf::placeTexts(drawing, take, {.placements = dxf::Limits::none, .placedLength = dxf::Limits::none});
         Nothing nothing;
         fuzz::require(rewritten(bytes, drawing, nothing) == bytes);
         Everything everything;

@@ -30,7 +30,7 @@ void BlockContents::collect(Drawing& drawing) {
         }
     };
     for (const TextEntity& text : drawing.texts) {
-        if (!text.block.empty()) {
+        if (!text.block.empty() && isShownInBlocks(text)) {
             mark(asciiFolded(text.block));
         }
     }

@@ -99,10 +99,7 @@ void completeDrawing(Drawing& drawing) {
     completeHeader(drawing.header);
     buildIndexes(drawing);
     const Resolver resolver(drawing);
-    for (std::size_t i = 0; i < drawing.texts.size(); ++i) {
-        drawing.texts[i].ordinal = i;
-        resolver.complete(drawing.texts[i]);
-    }
+    drawing.texts.change([&](TextEntity& text) { resolver.complete(text); });
 }
 
 } // namespace dxf

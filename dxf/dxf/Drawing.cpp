@@ -15,15 +15,17 @@ const Record* find(const std::vector<Record>& records, const std::unordered_map<
 
 } // namespace
 
-int Header::versionNumber() const {
+int Header::versionNumber() const noexcept {
     constexpr int oldest = 1009;
     constexpr std::wstring_view prefix = L"AC";
     constexpr std::size_t digits = 4;
-    if (!version.starts_with(prefix) || version.size() != prefix.size() + digits) {
+    std::wstring_view name = version; // A part of the string itself would be a copy, which memory may not hold.
+    if (!name.starts_with(prefix) || name.size() != prefix.size() + digits) {
         return oldest;
     }
+    name.remove_prefix(prefix.size());
     int number = 0;
-    for (const wchar_t c : version.substr(prefix.size())) {
+    for (const wchar_t c : name) {
         if (c < L'0' || c > L'9') {
             return oldest;
         }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <dxf/Error.h>
+#include <dxf/Limits.h>
 #include <dxf/Tables.h>
 #include <dxf/TextEntity.h>
+#include <dxf/TextList.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -28,9 +30,9 @@ struct Drawing {
     std::vector<TextStyle> styles;
     std::vector<Layer> layers;
     std::vector<DimStyle> dimStyles;
-    std::vector<TextEntity> texts; ///< In the order of the file.
-    std::vector<Block> blocks;     ///< In the order of the file.
-    std::vector<Insert> inserts;   ///< In the order of the file, without those whose block shows no text.
+    TextList texts;              ///< In the order of the file.
+    std::vector<Block> blocks;   ///< In the order of the file.
+    std::vector<Insert> inserts; ///< In the order of the file, without those whose block shows no text.
 
     unsigned codePage = 1252;      ///< Of the bytes: the declared one, or 1252 where none is declared.
     bool utf8 = false;             ///< Texts are UTF-8; bytes that are not are read in `codePage`.
@@ -63,8 +65,9 @@ using Progress = std::function<bool(std::uint64_t bytesRead)>;
 /// Reads a drawing in one pass; memory grows with its texts and block references, not with the file.
 ///
 /// The stream must be open in binary mode and stand at the drawing's first byte. Throws Error when there is nothing to
-/// read: Empty, NotADrawing, Binary, Unreadable. A file that ends early or is damaged further on gives what stood
-/// before, and the damage as a problem. Stateless: any number of threads may read different streams.
-Drawing readDrawing(std::istream& input, const Progress& progress = {});
+/// read: Empty, NotADrawing, Binary, Unreadable; and TextLengthLimit. (The other limits are placeTexts' to hold.) A
+/// file that ends early or is damaged further on gives what stood before, and the damage as a problem. Stateless: any
+/// number of threads may read different streams.
+Drawing readDrawing(std::istream& input, const Progress& progress = {}, const Limits& limits = {});
 
 } // namespace dxf

@@ -4,8 +4,10 @@
 #include <dxf/detail/Completion.h>
 #include <dxf/detail/RecordReader.h>
 #include <dxf/detail/StringDecoder.h>
+#include <dxf/detail/TextLength.h>
 #include <dxf/detail/Widened.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -35,10 +37,17 @@ bool isTextGroup(int code) {
     return code == 1 || code == 3 || (code >= 300 && code < 310);
 }
 
+/// Names and the like may be longer than the longest text that a host wants.
+std::size_t longestValue(const Limits& limits) {
+    constexpr std::size_t enoughForNames = std::size_t{1} << 16;
+    return std::max(enoughForNames, mostBytesOf(limits.textLength));
+}
+
 /// One pass over the pairs: follows sections, blocks and records, and hands each record's pairs to its reader.
 class DrawingReader {
 public:
-    DrawingReader(std::istream& input, const Progress& progress) : m_pairs(input), m_progress(progress) {}
+    DrawingReader(std::istream& input, const Progress& progress, const Limits& limits)
+        : m_pairs(input, longestValue(limits)), m_progress(progress), m_textLength(limits.textLength) {}
 
     Drawing read() {
         try {
@@ -140,7 +149,7 @@ private:
             m_inBlock = false;
         } else {
             EntityPlace place{pair.offset, pair.line, m_inBlock ? m_block.name : std::wstring(),
-                              m_inBlock && m_block.paperSpace};
+                              m_inBlock && m_block.paperSpace, m_textLength};
             m_record = makeEntityReader(m_type, place);
         }
     }
@@ -191,7 +200,7 @@ private:
         }
         m_drawing.byteCount = m_pairs.offset();
         m_drawing.lineCount = m_pairs.line();
-        decodeStrings(m_drawing);
+        decodeStrings(m_drawing, m_textLength);
         completeDrawing(m_drawing);
     }
 
@@ -207,6 +216,7 @@ private:
 
     PairReader m_pairs;
     const Progress& m_progress;
+    std::size_t m_textLength;
     std::uint64_t m_reported = 0;
     Drawing m_drawing;
     BlockContents m_contents;
@@ -224,8 +234,8 @@ private:
 
 } // namespace
 
-Drawing readDrawing(std::istream& input, const Progress& progress) {
-    return DrawingReader(input, progress).read();
+Drawing readDrawing(std::istream& input, const Progress& progress, const Limits& limits) {
+    return DrawingReader(input, progress, limits).read();
 }
 
 } // namespace dxf

@@ -1,4 +1,6 @@
+#include <dxf/CodePage.h>
 #include <dxf/detail/EntityGroups.h>
+#include <dxf/detail/TextLength.h>
 #include <dxf/detail/Widened.h>
 
 #include <algorithm>
@@ -125,6 +127,15 @@ bool EntityGroups::take(const Pair& pair) {
         return true;
     }
     return m_application.empty() && !m_embedded && takeCommon(pair);
+}
+
+void EntityGroups::append(std::wstring& content, const Pair& pair) const {
+    constexpr unsigned utf8Page = 65001;
+    if (pair.value.size() > mostBytesOf(m_place.textLength) - content.size()) {
+        // Names of blocks are still bytes.
+        failAtTextLength(m_place.line, decodeLossy(bytesOf(m_place.block), utf8Page).text, m_place.textLength);
+    }
+    content += widened(pair.value);
 }
 
 void EntityGroups::store(TextEntity& text) const {

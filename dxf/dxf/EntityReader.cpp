@@ -30,14 +30,14 @@ public:
             if (m_groups.embedded()) {
                 takeEmbeddedColumns(pair, m_text);
             } else {
-                takeMTextGroup(pair, m_text);
+                takeMTextGroup(pair, m_groups, m_text);
             }
         }
     }
 
     void finish(Drawing& drawing) override {
         m_groups.store(m_text);
-        drawing.texts.push_back(std::move(m_text));
+        drawing.texts.push_back(m_text);
     }
 
 private:
@@ -83,7 +83,7 @@ public:
             takeParagraph();
         }
         m_groups.store(m_text);
-        drawing.texts.push_back(std::move(m_text));
+        drawing.texts.push_back(m_text);
     }
 
 private:
@@ -91,7 +91,7 @@ private:
 
     void addEmbedded(const Pair& pair) {
         m_text.multiLine = isAttribute();
-        takeMTextGroup(pair, m_paragraph);
+        takeMTextGroup(pair, m_groups, m_paragraph);
     }
 
     bool addAttributeGroup(const Pair& pair) {
@@ -235,7 +235,7 @@ public:
         m_insert.extrusion = m_text.extrusion;
         m_groups.store(m_text);
         m_groups.store(m_insert);
-        drawing.texts.push_back(std::move(m_text));
+        drawing.texts.push_back(m_text);
         if (!m_insert.blockName.empty()) {
             drawing.inserts.push_back(std::move(m_insert));
         }

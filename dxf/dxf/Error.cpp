@@ -22,6 +22,14 @@ std::string_view errorKindName(ErrorKind kind) {
         return "changed";
     case ErrorKind::BadRequest:
         return "bad-request";
+    case ErrorKind::PlacementLimit:
+        return "placement-limit";
+    case ErrorKind::DepthLimit:
+        return "depth-limit";
+    case ErrorKind::TextLengthLimit:
+        return "text-length-limit";
+    case ErrorKind::PlacedLengthLimit:
+        return "placed-length-limit";
     }
     return "unknown";
 }

@@ -19,6 +19,11 @@ enum class ErrorKind : std::uint8_t {
     Unwritable,   ///< The output stream failed.
     Changed,      ///< A second reading met other bytes than the first.
     BadRequest,   ///< The caller asked for an entity that this kind of drawing cannot hold.
+    // Beyond one of the Limits.
+    PlacementLimit,
+    DepthLimit,
+    TextLengthLimit,
+    PlacedLengthLimit,
 };
 
 /// Stable name for files and filters, such as "truncated".

@@ -25,12 +25,12 @@ int countFrom(std::int64_t value) {
 
 } // namespace
 
-bool takeMTextGroup(const Pair& pair, TextEntity& text) {
+bool takeMTextGroup(const Pair& pair, const EntityGroups& groups, TextEntity& text) {
     switch (pair.code) {
     case 1:
     case 3:
         // Chunks end anywhere, even inside a character of several bytes.
-        text.content += widened(pair.value);
+        groups.append(text.content, pair);
         return true;
     case 7:
         text.style = widened(pair.trimmedValue());

@@ -28,7 +28,7 @@ public:
             return; // The leader ends in a block or in nothing.
         }
         m_groups.store(m_text);
-        drawing.texts.push_back(std::move(m_text));
+        drawing.texts.push_back(m_text);
     }
 
 private:
@@ -57,7 +57,7 @@ private:
     void addContextGroup(const Pair& pair) {
         switch (pair.code) {
         case 304:
-            m_text.content += widened(pair.value);
+            m_groups.append(m_text.content, pair);
             break;
         case 340:
             m_text.styleHandle = m_text.styleHandle == 0 ? pair.handle() : m_text.styleHandle;

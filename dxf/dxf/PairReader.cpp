@@ -50,7 +50,7 @@ std::string quoted(std::string_view line) {
 
 } // namespace
 
-PairReader::PairReader(std::istream& input) : m_input(input) {}
+PairReader::PairReader(std::istream& input, std::size_t longestValue) : m_input(input), m_longestValue(longestValue) {}
 
 bool PairReader::fill() {
     if (!m_input.good()) {
@@ -151,6 +151,12 @@ void PairReader::failAtCode(std::string_view line) const {
                     quoted(line) + ". The file is damaged there, or a text contains a line break. Export it again.");
 }
 
+void PairReader::failAtValue() const {
+    throw Error(ErrorKind::TextLengthLimit, m_line + 2,
+                "Line " + std::to_string(m_line + 2) + " has more than " + std::to_string(m_longestValue) +
+                    " bytes, which is more than the limit of characters for one text allows.");
+}
+
 std::string_view PairReader::readRaw() {
     if (m_position == m_size && !fill()) {
         return {};
@@ -177,10 +183,12 @@ std::optional<Pair> PairReader::next() {
         failAtCode(codeLine->text);
     }
     const std::size_t codeLength = codeLine->length;
-    const std::optional<Line> valueLine =
-        codeLine->ended ? findLine(codeLength, std::numeric_limits<std::size_t>::max()) : std::nullopt;
+    const std::optional<Line> valueLine = codeLine->ended ? findLine(codeLength, m_longestValue) : std::nullopt;
     if (!valueLine) {
         return std::nullopt;
+    }
+    if (valueLine->text.size() > m_longestValue) {
+        failAtValue();
     }
     Pair pair;
     pair.code = *code;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <dxf/Error.h>
+#include <dxf/Limits.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -37,11 +38,12 @@ struct Pair {
 class PairReader {
 public:
     /// The stream must be open in binary mode, stand at the drawing's first byte, and outlive the reader.
-    explicit PairReader(std::istream& input);
+    /// `longestValue`: in bytes.
+    explicit PairReader(std::istream& input, std::size_t longestValue = Limits::none);
 
     /// The next pair; nothing at the end of the file, also when it ends between a code and its value. Throws Error:
-    /// Empty, NotADrawing or Binary before the first pair that is no comment has been given, BadGroupCode or
-    /// Unreadable later.
+    /// Empty, NotADrawing or Binary before the first pair that is no comment has been given, BadGroupCode,
+    /// Unreadable or TextLengthLimit later.
     std::optional<Pair> next();
 
     /// The bytes from here on as they stand in the file, block by block; nothing at the end. For what is copied
@@ -66,8 +68,10 @@ private:
     void checkFirstBytes();
     void checkFirstPair(const Pair& pair);
     [[noreturn]] void failAtCode(std::string_view line) const;
+    [[noreturn]] void failAtValue() const;
 
     std::istream& m_input;
+    std::size_t m_longestValue;
     std::vector<char> m_buffer;
     std::size_t m_position = 0; ///< In the buffer: where the next pair starts.
     std::size_t m_size = 0;     ///< Bytes in the buffer.

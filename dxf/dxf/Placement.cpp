@@ -1,17 +1,21 @@
 #include <dxf/CodePage.h>
 #include <dxf/Placement.h>
+#include <dxf/detail/BlockContents.h>
+
+#include <Common/Utf.h>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace dxf {
 namespace {
 
-constexpr std::size_t deepestNesting = 32;
 constexpr int byBlock = 0;
 constexpr int byLayer = 256;
 constexpr int defaultColor = 7;
@@ -97,31 +101,79 @@ Appearance appearanceOf(const Drawing& drawing, const Context& context, const En
     return result;
 }
 
+/// Adds and multiplies up to the largest number.
+std::size_t sum(std::size_t a, std::size_t b) {
+    return a > Limits::none - b ? Limits::none : a + b;
+}
+
+std::size_t product(std::size_t a, std::size_t b) {
+    return a != 0 && b > Limits::none / a ? Limits::none : a * b;
+}
+
+/// A name for a message.
+std::string quoted(const std::wstring& name) {
+    return '"' + common::utf8FromWide(name) + '"';
+}
+
+[[noreturn]] void failAtLimit(ErrorKind kind, const std::string& asked, std::size_t limit, const std::string& unit,
+                              const Insert& insert) {
+    throw Error(kind, 0,
+                asked + " than the limit of " + std::to_string(limit) + ' ' + unit +
+                    " allows: it was passed at a reference to block " + quoted(insert.blockName) + ".");
+}
+
 class Placer {
 public:
-    Placer(const Drawing& drawing, const PlacedTextVisitor& visit) : m_drawing(drawing), m_visit(visit) {
+    explicit Placer(const Drawing& drawing, const Limits& limits)
+        : m_drawing(drawing), m_limits(limits), m_standing(drawing.inserts.size()),
+          m_contents(1), m_numbers{{std::wstring(), 0}} {
         for (const TextEntity& text : drawing.texts) {
-            m_contents[foldedBlock(text.block)].texts.push_back(&text);
+            addText(text);
         }
         for (const Insert& insert : drawing.inserts) {
-            m_contents[foldedBlock(insert.block)].inserts.push_back({&insert, foldName(insert.blockName)});
+            const std::size_t shown = numberOf(foldName(insert.blockName));
+            m_contents[numberOf(foldedBlock(insert.block))].inserts.push_back({&insert, shown});
         }
-        markBlocksWithTexts();
+        markContentsWithTexts();
+        dropTextsThatBlocksShow();
     }
 
-    std::size_t place() {
-        placeContents(L"", Context{});
+    /// Without placing anything, and in no more steps than the limit of placements.
+    void check() {
+        if (m_limits.placements != Limits::none || m_limits.placedLength != Limits::none) {
+            costOf(0, 0);
+        }
+    }
+
+    std::size_t place(const PlacedTextVisitor& visit) {
+        m_visit = &visit;
+        placeContents(0, Context{});
         return m_count;
     }
 
 private:
     struct Reference {
         const Insert* insert;
-        std::wstring block; ///< Folded name of the block it shows.
+        std::size_t contents; ///< Of the block it shows.
     };
+    /// What a block holds, or (the first) the drawing itself.
     struct Contents {
-        std::vector<const TextEntity*> texts;
+        std::vector<std::size_t> texts; ///< Ordinals.
+        std::size_t length = 0;         ///< Of the texts, together.
         std::vector<Reference> inserts;
+        bool showsTexts = false; ///< Itself, or through references.
+        bool open = false;       ///< A reference to it is being followed.
+    };
+    /// A text that a block may show in its place.
+    struct Substituted {
+        std::size_t contents;
+        std::size_t ordinal;
+        std::size_t length;
+        std::size_t graphics; ///< The block.
+    };
+    struct Cost {
+        std::size_t placements = 0;
+        std::size_t length = 0;
     };
 
     /// Empty for everything that stands in the drawing itself.
@@ -130,58 +182,121 @@ private:
         return isLayoutBlock(folded) ? std::wstring() : folded;
     }
 
+    std::size_t numberOf(const std::wstring& foldedName) {
+        const auto [entry, isNew] = m_numbers.try_emplace(foldedName, m_contents.size());
+        if (isNew) {
+            m_contents.emplace_back();
+        }
+        return entry->second;
+    }
+
+    void addText(const TextEntity& text) {
+        const std::size_t number = numberOf(foldedBlock(text.block));
+        if (number != 0 && !isShownInBlocks(text)) {
+            return;
+        }
+        m_standing += number != 0 ? 1 : 0;
+        m_contents[number].texts.push_back(text.ordinal);
+        m_contents[number].length += text.content.size();
+        if (!text.graphicsBlock.empty()) {
+            m_substituted.push_back(
+                {number, text.ordinal, text.content.size(), numberOf(foldName(text.graphicsBlock))});
+        }
+    }
+
     /// From the blocks that hold texts outwards to those that refer to them, so that a heap of nested references to
     /// nothing is never followed.
-    void markBlocksWithTexts() {
-        std::unordered_multimap<std::wstring, std::wstring> users;
-        std::vector<std::wstring> pending;
-        for (const auto& [name, contents] : m_contents) {
-            if (!contents.texts.empty()) {
-                pending.push_back(name);
+    void markContentsWithTexts() {
+        std::vector<std::vector<std::size_t>> users(m_contents.size());
+        std::vector<std::size_t> pending;
+        for (std::size_t i = 0; i < m_contents.size(); ++i) {
+            if (!m_contents[i].texts.empty()) {
+                pending.push_back(i);
             }
-            for (const Reference& reference : contents.inserts) {
-                users.emplace(reference.block, name);
+            for (const Reference& reference : m_contents[i].inserts) {
+                users[reference.contents].push_back(i);
             }
         }
         while (!pending.empty()) {
-            const std::wstring name = std::move(pending.back());
+            const std::size_t number = pending.back();
             pending.pop_back();
-            if (m_withTexts.insert(name).second) {
-                const auto [first, last] = users.equal_range(name);
-                std::for_each(first, last, [&](const auto& user) { pending.push_back(user.second); });
+            if (!std::exchange(m_contents[number].showsTexts, true)) {
+                pending.insert(pending.end(), users[number].begin(), users[number].end());
             }
         }
+        m_contents.front().showsTexts = false; // The drawing is no block, whatever a reference to its sheets says.
     }
 
-    [[nodiscard]] bool showsTexts(const std::wstring& foldedName) const {
-        return !foldedName.empty() && m_withTexts.contains(foldedName);
-    }
-
-    [[nodiscard]] bool isShown(const TextEntity& text, const Context& context) const {
-        if (text.kind == TextKind::AttDef) {
-            return context.depth == 0 || text.constant;
+    /// Dimensions and tables stand in their blocks too.
+    void dropTextsThatBlocksShow() {
+        std::unordered_set<std::size_t> dropped;
+        for (const Substituted& text : m_substituted) {
+            if (m_contents[text.graphics].showsTexts) {
+                dropped.insert(text.ordinal);
+                m_contents[text.contents].length -= text.length;
+            }
         }
-        return text.graphicsBlock.empty() || !showsTexts(foldName(text.graphicsBlock));
+        for (Contents& contents : m_contents) {
+            std::erase_if(contents.texts, [&](std::size_t ordinal) { return dropped.contains(ordinal); });
+        }
     }
 
-    void placeContents(const std::wstring& block, const Context& context) {
-        const auto found = m_contents.find(block);
-        if (found == m_contents.end()) {
-            return;
+    /// References to nothing and those in a circle are not followed. Throws Error for those nested too deep.
+    [[nodiscard]] bool follows(const Reference& reference, std::size_t depth) const {
+        const Contents& contents = m_contents[reference.contents];
+        if (!contents.showsTexts || contents.open) {
+            return false;
         }
-        for (const TextEntity* text : found->second.texts) {
+        const std::size_t limit = std::min(m_limits.depth, Limits::deepest);
+        if (depth >= limit) {
+            failAtLimit(ErrorKind::DepthLimit, "The drawing nests blocks deeper", limit, "levels", *reference.insert);
+        }
+        return true;
+    }
+
+    /// What placing a block costs, beside the block itself.
+    Cost costOf(std::size_t number, std::size_t depth) {
+        Contents& contents = m_contents[number];
+        Cost cost;
+        if (number != 0) {
+            cost = {contents.texts.size(), contents.length};
+        }
+        contents.open = number != 0;
+        for (const Reference& reference : contents.inserts) {
+            if (!follows(reference, depth)) {
+                continue;
+            }
+            const Insert& insert = *reference.insert;
+            const Cost inner = costOf(reference.contents, depth + 1);
+            const std::size_t times =
+                product(static_cast<std::size_t>(insert.rows), static_cast<std::size_t>(insert.columns));
+            cost.placements = sum(cost.placements, product(times, sum(inner.placements, 1)));
+            cost.length = sum(cost.length, product(times, inner.length));
+            if (cost.placements > sum(m_limits.placements, m_standing)) {
+                failAtLimit(ErrorKind::PlacementLimit, "The drawing places blocks and their texts more often",
+                            m_limits.placements, "placements", insert);
+            }
+            if (cost.length > m_limits.placedLength) {
+                failAtLimit(ErrorKind::PlacedLengthLimit, "The texts of placed blocks have more characters",
+                            m_limits.placedLength, "characters", insert);
+            }
+        }
+        contents.open = false;
+        return cost;
+    }
+
+    void placeContents(std::size_t number, const Context& context) {
+        for (const std::size_t ordinal : m_contents[number].texts) {
             if (m_stopped) {
                 return;
             }
-            if (isShown(*text, context)) {
-                placeText(*text, context);
-            }
+            placeText(m_drawing.texts[ordinal], context);
         }
-        for (const Reference& reference : found->second.inserts) {
-            if (showsTexts(reference.block) && context.depth < deepestNesting && !m_open.contains(reference.block)) {
-                m_open.insert(reference.block);
+        for (const Reference& reference : m_contents[number].inserts) {
+            if (!m_stopped && follows(reference, context.depth)) {
+                m_contents[reference.contents].open = true;
                 placeInsert(reference, context);
-                m_open.erase(reference.block);
+                m_contents[reference.contents].open = false;
             }
         }
     }
@@ -198,7 +313,7 @@ private:
         placed.paperSpace = context.depth == 0 ? text.paperSpace : context.paperSpace;
         placed.depth = context.depth;
         ++m_count;
-        m_stopped = !m_visit(placed);
+        m_stopped = !(*m_visit)(placed);
     }
 
     void placeInsert(const Reference& reference, const Context& outer) {
@@ -220,16 +335,18 @@ private:
             for (int column = 0; column < insert.columns && !m_stopped; ++column) {
                 const Point step{column * insert.columnSpacing, row * insert.rowSpacing, 0.0};
                 inner.transform = turned * Transform::translation(step) * content;
-                placeContents(reference.block, inner);
+                placeContents(reference.contents, inner);
             }
         }
     }
 
     const Drawing& m_drawing;
-    const PlacedTextVisitor& m_visit;
-    std::unordered_map<std::wstring, Contents> m_contents;
-    std::unordered_set<std::wstring> m_withTexts;
-    std::unordered_set<std::wstring> m_open; ///< Blocks whose references are being followed.
+    Limits m_limits;
+    std::size_t m_standing; ///< Texts of blocks, and references, as they stand in the file.
+    const PlacedTextVisitor* m_visit = nullptr;
+    std::vector<Contents> m_contents;
+    std::unordered_map<std::wstring, std::size_t> m_numbers; ///< Of contents, by the block's folded name.
+    std::vector<Substituted> m_substituted;
     std::size_t m_count = 0;
     bool m_stopped = false;
 };
@@ -244,8 +361,14 @@ double fitLength(const TextEntity& text) {
     return !text.isParagraphText() && isBetweenPoints(text) ? length(*text.alignmentPoint - text.insertion) : 0.0;
 }
 
-std::size_t placeTexts(const Drawing& drawing, const PlacedTextVisitor& visit) {
-    return Placer(drawing, visit).place();
+void checkPlacements(const Drawing& drawing, const Limits& limits) {
+    Placer(drawing, limits).check();
+}
+
+std::size_t placeTexts(const Drawing& drawing, const PlacedTextVisitor& visit, const Limits& limits) {
+    Placer placer(drawing, limits);
+    placer.check();
+    return placer.place(visit);
 }
 
 } // namespace dxf

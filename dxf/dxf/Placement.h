@@ -2,6 +2,7 @@
 
 #include <dxf/Drawing.h>
 #include <dxf/Geometry.h>
+#include <dxf/Limits.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +14,7 @@ namespace dxf {
 
 /// One occurrence of a text in the drawing: a text in a block occurs once for each reference to the block.
 struct PlacedText {
-    const TextEntity* text = nullptr; ///< Of the drawing.
+    const TextEntity* text = nullptr; ///< Of the drawing, for as long as the visit.
     /// From the text's own coordinates to the world: origin at the insertion point (for one-line texts the point that
     /// the justification names), x along the baseline, y up, lengths in drawing units of the text's `height`. Mirrored
     /// for backward and upside-down texts. The width factor and the oblique angle are not in it.
@@ -37,8 +38,13 @@ double fitLength(const TextEntity& text);
 
 /// Gives every occurrence of every text: first the drawing's own in file order, then those inside references in the
 /// references' file order, nested ones where they stand. Attribute definitions inside blocks come only where they are
-/// constant; dimensions and tables only where no block with texts shows them. References in a circle, and those
-/// nested deeper than 32, are left out. Returns the number given.
-std::size_t placeTexts(const Drawing& drawing, const PlacedTextVisitor& visit);
+/// constant; dimensions and tables only where no block with texts shows them. References in a circle are left out.
+/// Returns the number given. Throws Error for a drawing beyond the limits (PlacementLimit, PlacedLengthLimit,
+/// DepthLimit) before it gives the first one; where neither placements nor their characters are limited, at the first
+/// reference nested too deep.
+std::size_t placeTexts(const Drawing& drawing, const PlacedTextVisitor& visit, const Limits& limits = {});
+
+/// Throws what placeTexts would throw, for whoever places nothing but must not write what nobody can place.
+void checkPlacements(const Drawing& drawing, const Limits& limits = {});
 
 } // namespace dxf

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace dxf {
@@ -42,12 +44,21 @@ private:
     void chooseTexts() {
         for (const TextEntity& text : m_drawing.texts) {
             if (canReplace(text) && m_replacement.replaces(text)) {
-                m_texts.push_back(&text);
+                m_texts.push_back(text.ordinal);
+                m_seedNeeded = m_seedNeeded || text.handle != 0;
             }
         }
-        m_seedNeeded = std::ranges::any_of(m_texts, [](const TextEntity* text) { return text->handle != 0; });
+        takeNextText();
         if (m_seedNeeded && m_output.tellp() == std::ostream::pos_type(-1)) {
             throw Error(ErrorKind::BadRequest, 0, "A changed drawing needs a file to be written to, not a pipe.");
+        }
+    }
+
+    void takeNextText() {
+        m_nextText.reset();
+        if (m_next < m_texts.size()) {
+            m_nextText = m_drawing.texts[m_texts[m_next]];
+            ++m_next;
         }
     }
 
@@ -71,7 +82,7 @@ private:
         // The file ends inside this entity: it stays as it is.
         write(m_entity);
         m_entity.clear();
-        m_text = nullptr;
+        m_text.reset();
     }
 
     /// What stands before the first pair is known once that was looked for, and is copied even if there is none.
@@ -85,13 +96,13 @@ private:
     }
 
     void take(const Pair& pair) {
-        if (pair.code == 0 && m_text != nullptr) {
+        if (pair.code == 0 && m_text) {
             finishText();
         }
-        if (pair.code == 0 && m_next < m_texts.size() && pair.offset >= m_texts[m_next]->offset) {
+        if (pair.code == 0 && m_nextText && pair.offset >= m_nextText->offset) {
             startText(pair);
         }
-        if (m_text != nullptr) {
+        if (m_text) {
             m_entity += pair.bytes;
             m_origin.add(pair);
         } else if (!takeSeed(pair)) {
@@ -100,14 +111,13 @@ private:
     }
 
     void startText(const Pair& pair) {
-        const TextEntity& text = *m_texts[m_next];
-        const std::string_view type = text.kind == TextKind::MText ? "MTEXT" : "TEXT";
-        if (pair.offset != text.offset || !pair.is(0, type)) {
+        const std::string_view type = m_nextText->kind == TextKind::MText ? "MTEXT" : "TEXT";
+        if (pair.offset != m_nextText->offset || !pair.is(0, type)) {
             failChanged(pair.line);
         }
-        m_text = &text;
+        m_text = std::move(m_nextText);
         m_origin = EntityOriginReader(pair);
-        ++m_next;
+        takeNextText();
     }
 
     void finishText() {
@@ -125,7 +135,7 @@ private:
             write(m_entity);
         }
         m_entity.clear();
-        m_text = nullptr;
+        m_text.reset();
     }
 
     /// The header's seed is left room for, or added where the header ends without one.
@@ -183,7 +193,7 @@ private:
 
     void checkAllReplaced() {
         // A drawing cut off inside a text that was to be replaced still names it.
-        if (m_next < m_texts.size() || m_pairs.offset() != m_drawing.byteCount) {
+        if (m_nextText || m_pairs.offset() != m_drawing.byteCount) {
             failChanged(m_pairs.line());
         }
     }
@@ -228,10 +238,11 @@ private:
     const Progress& m_progress;
     HandleSource m_handles;
     RewriteResult m_result;
-    std::vector<const TextEntity*> m_texts; ///< To be replaced, in file order.
+    std::vector<std::size_t> m_texts; ///< Ordinals of those to be replaced, in file order.
     std::size_t m_next = 0;
-    const TextEntity* m_text = nullptr; ///< The one whose pairs are passing by.
-    std::string m_entity;               ///< Its bytes so far.
+    std::optional<TextEntity> m_nextText; ///< The first of them that has not passed by.
+    std::optional<TextEntity> m_text;     ///< The one whose pairs are passing by.
+    std::string m_entity;                 ///< Its bytes so far.
     EntityOriginReader m_origin;
     std::uint64_t m_reported = 0;
     bool m_prefixWritten = false;

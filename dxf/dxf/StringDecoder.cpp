@@ -1,5 +1,6 @@
 #include <dxf/CodePage.h>
 #include <dxf/detail/StringDecoder.h>
+#include <dxf/detail/TextLength.h>
 #include <dxf/detail/Widened.h>
 
 #include <algorithm>
@@ -11,7 +12,7 @@ constexpr int firstVersionInUtf8 = 1021;
 constexpr unsigned defaultPage = 1252;
 constexpr unsigned utf8Page = 65001;
 
-/// Calls `take` for every name: strings whose `\U+XXXX` nobody else resolves.
+/// Calls `take` for every name outside the texts: strings whose `\U+XXXX` nobody else resolves.
 template <typename Take>
 void forEachName(Drawing& drawing, Take take) {
     take(drawing.header.version);
@@ -39,16 +40,19 @@ void forEachName(Drawing& drawing, Take take) {
         take(insert.layer);
         take(insert.layout);
     }
-    for (TextEntity& text : drawing.texts) {
-        take(text.layer);
-        take(text.style);
-        take(text.layout);
-        take(text.block);
-        take(text.tag);
-        take(text.prompt);
-        take(text.graphicsBlock);
-        take(text.dimStyle);
-    }
+}
+
+/// The same for the names of one text.
+template <typename Text, typename Take>
+void forEachName(Text& text, Take take) {
+    take(text.layer);
+    take(text.style);
+    take(text.layout);
+    take(text.block);
+    take(text.tag);
+    take(text.prompt);
+    take(text.graphicsBlock);
+    take(text.dimStyle);
 }
 
 /// What the bytes of a drawing look like.
@@ -70,8 +74,10 @@ struct Evidence {
 
 Evidence evidenceOf(Drawing& drawing) {
     Evidence evidence;
-    forEachName(drawing, [&](const std::wstring& name) { evidence.add(name); });
+    const auto add = [&](const std::wstring& name) { evidence.add(name); };
+    forEachName(drawing, add);
     for (const TextEntity& text : drawing.texts) {
+        forEachName(text, add);
         evidence.add(text.content);
     }
     return evidence;
@@ -113,15 +119,20 @@ DecodedText decode(const Drawing& drawing, const std::wstring& wide) {
 
 } // namespace
 
-void decodeStrings(Drawing& drawing) {
+void decodeStrings(Drawing& drawing, std::size_t textLength) {
     decideEncoding(drawing);
-    forEachName(drawing, [&](std::wstring& name) { name = resolveUnicodeEscapes(decode(drawing, name).text); });
-    for (TextEntity& text : drawing.texts) {
+    const auto decodeName = [&](std::wstring& name) { name = resolveUnicodeEscapes(decode(drawing, name).text); };
+    forEachName(drawing, decodeName);
+    drawing.texts.change([&](TextEntity& text) {
+        forEachName(text, decodeName);
         DecodedText decoded = decode(drawing, text.content);
         text.content = std::move(decoded.text);
         text.replacedBytes = decoded.replaced;
         drawing.replacedBytes += decoded.replaced;
-    }
+        if (text.content.size() > textLength) {
+            failAtTextLength(text.line, text.block, textLength);
+        }
+    });
 }
 
 } // namespace dxf

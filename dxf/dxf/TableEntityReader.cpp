@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 #include <numeric>
 #include <vector>
@@ -26,11 +27,23 @@ int countFrom(std::int64_t value) {
     return static_cast<int>(std::clamp<std::int64_t>(value, 1, most));
 }
 
-/// Distance from the table's corner to the start of a row or column.
-double extentBefore(const std::vector<double>& sizes, std::size_t index) {
-    const std::size_t end = std::min(index, sizes.size());
-    return std::accumulate(sizes.begin(), sizes.begin() + static_cast<std::ptrdiff_t>(end), 0.0);
+/// Distances from the table's corner to the starts of rows or columns, and to the last one's end.
+std::vector<double> edgesOf(const std::vector<double>& sizes) {
+    std::vector<double> edges{0.0};
+    edges.reserve(sizes.size() + 1);
+    std::partial_sum(sizes.begin(), sizes.end(), std::back_inserter(edges));
+    return edges;
 }
+
+/// Distance from the table's corner to the start of a row or column.
+double extentBefore(const std::vector<double>& edges, std::size_t index) {
+    return edges[std::min(index, edges.size() - 1)];
+}
+
+struct Grid {
+    std::vector<double> columns; ///< As edgesOf() gives them.
+    std::vector<double> rows;
+};
 
 class TableEntityReader final : public IRecordReader {
 public:
@@ -50,8 +63,9 @@ public:
     void finish(Drawing& drawing) override {
         m_insert.rotation = rotationInPlane();
         m_groups.store(m_insert);
+        const Grid grid{edgesOf(m_columnWidths), edgesOf(m_rowHeights)};
         for (std::size_t i = 0; i < m_cells.size(); ++i) {
-            addText(drawing, i);
+            addText(drawing, grid, i);
         }
         if (!m_insert.blockName.empty()) {
             drawing.inserts.push_back(std::move(m_insert));
@@ -101,7 +115,7 @@ private:
         switch (pair.code) {
         case 1:
         case 2:
-            cell.chunks += widened(pair.value);
+            m_groups.append(cell.chunks, pair);
             break;
         case 7:
             cell.style = widened(pair.trimmedValue());
@@ -128,7 +142,7 @@ private:
 
     void addValueGroup(const Pair& pair) {
         if (pair.code == 302 || pair.code == 303) {
-            m_cells.back().value += widened(pair.value);
+            m_groups.append(m_cells.back().value, pair);
         } else if (pair.code == 304 && pair.trimmedValue() == "ACVALUE_END") {
             m_inValue = false;
         }
@@ -141,7 +155,7 @@ private:
 
     [[nodiscard]] double rotationInPlane() const;
 
-    void addText(Drawing& drawing, std::size_t index);
+    void addText(Drawing& drawing, const Grid& grid, std::size_t index);
 
     EntityGroups m_groups;
     Insert m_insert;
@@ -159,7 +173,7 @@ double TableEntityReader::rotationInPlane() const {
     return std::atan2(dot(direction, plane.yAxis), dot(direction, plane.xAxis)) * 180.0 / std::numbers::pi;
 }
 
-void TableEntityReader::addText(Drawing& drawing, std::size_t index) {
+void TableEntityReader::addText(Drawing& drawing, const Grid& grid, std::size_t index) {
     Cell& cell = m_cells[index];
     std::wstring& content = cell.value.empty() ? cell.chunks : cell.value;
     if (content.empty()) {
@@ -168,10 +182,10 @@ void TableEntityReader::addText(Drawing& drawing, std::size_t index) {
     const auto columnCount = static_cast<std::size_t>(m_columnCount);
     const std::size_t row = index / columnCount;
     const std::size_t column = index % columnCount;
-    const double left = extentBefore(m_columnWidths, column);
-    const double right = extentBefore(m_columnWidths, column + static_cast<std::size_t>(cell.columns));
-    const double top = extentBefore(m_rowHeights, row);
-    const double bottom = extentBefore(m_rowHeights, row + static_cast<std::size_t>(cell.rows));
+    const double left = extentBefore(grid.columns, column);
+    const double right = extentBefore(grid.columns, column + static_cast<std::size_t>(cell.columns));
+    const double top = extentBefore(grid.rows, row);
+    const double bottom = extentBefore(grid.rows, row + static_cast<std::size_t>(cell.rows));
 
     TextEntity text;
     text.kind = TextKind::TableCell;
@@ -195,7 +209,7 @@ void TableEntityReader::addText(Drawing& drawing, std::size_t index) {
     const Point downward = cross(*text.direction, plane.zAxis);
     text.insertion = plane.apply(m_insert.insertion) + *text.direction * across + downward * down;
     m_groups.store(text);
-    drawing.texts.push_back(std::move(text));
+    drawing.texts.push_back(text);
 }
 
 } // namespace

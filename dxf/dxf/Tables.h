@@ -25,7 +25,7 @@ struct Header {
     std::optional<Point> extentsMax; ///< `$EXTMAX`, the same.
 
     /// 1009 for "AC1009"; 1009 when the version is missing or has no number.
-    [[nodiscard]] int versionNumber() const;
+    [[nodiscard]] int versionNumber() const noexcept;
 };
 
 /// A record of the STYLE table.

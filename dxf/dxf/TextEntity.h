@@ -64,6 +64,7 @@ struct Columns {
     double definedHeight = 0.0;
     std::vector<double> heights;              ///< Of the columns, for dynamic ones without automatic height.
     std::vector<std::uint64_t> linkedColumns; ///< Older drawings: the entities that hold the other columns' text.
+    friend bool operator==(const Columns&, const Columns&) = default;
 };
 
 /// One text of a drawing, with everything needed to place it. Missing groups have their defaults.
@@ -76,7 +77,7 @@ struct TextEntity {
     std::size_t replacedBytes = 0; ///< U+FFFD that stand for bytes the drawing's code page does not define.
 
     // What it is and where it belongs.
-    std::size_t ordinal = 0;       ///< Index in Drawing::texts.
+    std::size_t ordinal = 0;       ///< Index in Drawing::texts; that list's to give.
     std::uint64_t offset = 0;      ///< Of the entity's first byte in the file. Several cells share their table's.
     std::uint64_t line = 0;        ///< Of the entity's first line.
     std::uint64_t handle = 0;      ///< 0: none.
@@ -135,6 +136,7 @@ struct TextEntity {
     [[nodiscard]] bool isParagraphText() const noexcept {
         return multiLine || (kind != TextKind::Text && kind != TextKind::Attrib && kind != TextKind::AttDef);
     }
+    friend bool operator==(const TextEntity&, const TextEntity&) = default;
 };
 
 /// A reference to a block.

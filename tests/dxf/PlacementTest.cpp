@@ -233,15 +233,6 @@ TEST(Placement, ReferencesInACircleEnd) {
     EXPECT_EQ(result.size(), 2U);
 }
 
-TEST(Placement, NestingIsFollowedToADepthOf32) {
-    std::string blocks = block("B0", textAtOneTwo);
-    for (int i = 1; i <= 40; ++i) {
-        blocks += block("B" + std::to_string(i), groups({{0, "INSERT"}, {2, "B" + std::to_string(i - 1)}}));
-    }
-    EXPECT_EQ(placed(withBlocks(blocks, groups({{0, "INSERT"}, {2, "B31"}}))).size(), 1U);
-    EXPECT_EQ(placed(withBlocks(blocks, groups({{0, "INSERT"}, {2, "B32"}}))).size(), 0U);
-}
-
 TEST(Placement, TheVisitorCanStopAnExplosionOfReferences) {
     std::string blocks = block("B0", textAtOneTwo);
     for (int i = 1; i <= 20; ++i) {
@@ -250,7 +241,9 @@ TEST(Placement, TheVisitorCanStopAnExplosionOfReferences) {
     }
     const dxf::Drawing drawing = withBlocks(blocks, groups({{0, "INSERT"}, {2, "B20"}}));
     std::size_t seen = 0;
-    const std::size_t given = dxf::placeTexts(drawing, [&](const PlacedText&) { return ++seen < 100; });
+    const dxf::Limits none{.placements = dxf::Limits::none, .placedLength = dxf::Limits::none};
+    const std::size_t given = dxf::placeTexts(
+        drawing, [&](const PlacedText&) { return ++seen < 100; }, none);
     EXPECT_EQ(seen, 100U);
     EXPECT_EQ(given, 100U);
 }

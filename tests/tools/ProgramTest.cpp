@@ -193,6 +193,37 @@ TEST_F(Program, CountsHiddenTexts) {
     EXPECT_NE(outcome.out.find("1 texts laid out, 1 hidden ones left out"), std::string::npos) << outcome.out;
 }
 
+TEST_F(Program, WorksOnTheOtherDrawingsWhenOneCannotBeUsed) {
+    const std::string one = file("one.dxf", drawing(mtextEntity("One")));
+    const std::string poem = file("poem.dxf", "O Captain! my Captain!\n");
+    const std::string cut = file("cut.dxf", drawing(mtextEntity("Two")).substr(0, 240));
+    const Outcome outcome =
+        run("layout --json " + quoted(path("out.json")) + " --png " + quoted(path("out.png")) + " " +
+            quoted(path("missing.dxf")) + " " + quoted(one) + " " + quoted(poem) + " " + quoted(cut));
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_NE(outcome.err.find("missing.dxf: cannot be opened"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.err.find("poem.dxf: This is not a DXF drawing"), std::string::npos) << outcome.err;
+    EXPECT_NE(outcome.out.find("one.dxf: 1 texts laid out"), std::string::npos) << outcome.out;
+    const nlohmann::json drawings = nlohmann::json::parse(contentsOf(path("out.json"))).at("drawings");
+    ASSERT_EQ(drawings.size(), 4U);
+    EXPECT_NE(drawings[0].at("error").get<std::string>().find("missing.dxf"), std::string::npos);
+    EXPECT_EQ(drawings[1].at("texts").at(0).at("paragraphs").at(0).at("text"), "One");
+    EXPECT_FALSE(drawings[1].contains("error"));
+    EXPECT_NE(drawings[2].at("error").get<std::string>().find("poem.dxf"), std::string::npos);
+    EXPECT_EQ(drawings[3].at("problems").size(), 1U);
+    EXPECT_FALSE(contentsOf(path("out-one.png")).empty());
+}
+
+TEST_F(Program, AnswersWithTheWorstOfItsDrawings) {
+    const std::string bare = file("bare.dxf", drawing(""));
+    const std::string good = file("good.dxf", drawing(mtextEntity("One")));
+    const std::string whole = drawing(mtextEntity("First"));
+    const std::string cut = file("cut.dxf", whole.substr(0, whole.size() - 8));
+    EXPECT_EQ(run("layout " + quoted(good) + " " + quoted(bare)).exitCode, 6);
+    EXPECT_EQ(run("layout " + quoted(bare) + " " + quoted(cut) + " " + quoted(good)).exitCode, 5);
+    EXPECT_EQ(run("layout " + quoted(path("missing.dxf")) + " " + quoted(cut)).exitCode, 3);
+}
+
 TEST_F(Program, GivesSeveralDrawingsAPictureEach) {
     const std::string one = file("one.dxf", drawing(mtextEntity("One")));
     const std::string two = file("two.dxf", drawing(mtextEntity("Two")));

@@ -17,7 +17,8 @@ protected:
         std::istringstream input(drawing(entity));
         m_drawing = dxf::readDrawing(input);
         dxf::PlacedText placed;
-        placed.text = &m_drawing.texts.at(0);
+        m_text = m_drawing.texts.at(0);
+        placed.text = &m_text;
         placed.frame = dxf::frameOf(*placed.text);
         m_document = tool::makeTextDocument(m_drawing, placed, m_session.fontMap());
         return tool::layOutText(m_session, placed, m_document, options);
@@ -41,6 +42,7 @@ protected:
 
     tool::Session m_session;
     dxf::Drawing m_drawing;
+    dxf::TextEntity m_text;
     tool::TextDocument m_document;
 };
 
@@ -223,6 +225,35 @@ TEST_F(TextPlacementTest, EachGlyphHasTheColourOfItsCharacter) {
         colors.push_back(shape.color);
     }
     EXPECT_EQ(colors, (std::vector<std::uint32_t>{0xFF000000U, 0xFFFF0000U, 0xFF0000FFU}));
+}
+
+TEST_F(TextPlacementTest, WhatIsNotDrawnIsMeasuredAlikeAndNotKept) {
+    const std::string entity = mtextEntity(R"({\Lunder} a{\H5;B}\P\Pend)", "41 60.0\n71 5");
+    for (const tool::LayoutMode mode :
+         {tool::LayoutMode::Document, tool::LayoutMode::MText, tool::LayoutMode::Clusters}) {
+        const tool::LaidOutText whole = layOut(entity, {.mode = mode});
+        const tool::LaidOutText glyphs = layOut(entity, {.mode = mode, .detail = tool::PaintDetail::Glyphs});
+        const tool::LaidOutText lines = layOut(entity, {.mode = mode, .detail = tool::PaintDetail::Lines});
+        EXPECT_FALSE(whole.paragraphs.at(0).painted.shapes.empty());
+        for (const tool::LaidOutText& less : {glyphs, lines}) {
+            EXPECT_EQ(less.box, whole.box);
+            EXPECT_EQ(less.ink, whole.ink);
+            EXPECT_EQ(less.toDrawing, whole.toDrawing);
+            ASSERT_EQ(less.paragraphs.size(), 3U);
+            for (std::size_t i = 0; i < 3; ++i) {
+                const tool::PaintedParagraph& painted = less.paragraphs[i].painted;
+                EXPECT_EQ(painted.baselines, whole.paragraphs[i].painted.baselines);
+                EXPECT_EQ(painted.mixesHeights, i == 0);
+                EXPECT_EQ(painted.hasBars, i == 0);
+                EXPECT_TRUE(painted.shapes.empty());
+            }
+        }
+        const tool::PaintedRun& run = glyphs.paragraphs[0].painted.runs.at(0);
+        EXPECT_TRUE(run.glyphs.at(0).hasInk);
+        EXPECT_EQ(glyphs.paragraphs[0].clusters.empty(), mode != tool::LayoutMode::Clusters);
+        EXPECT_TRUE(lines.paragraphs[0].painted.runs.empty());
+        EXPECT_TRUE(lines.paragraphs[0].clusters.empty());
+    }
 }
 
 TEST_F(TextPlacementTest, GlyphsOfRightToLeftRunsArePlacedWhereTheyAreDrawn) {

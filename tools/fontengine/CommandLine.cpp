@@ -62,6 +62,16 @@ std::string refuseSize(const std::string& word) {
                : "\"" + word + "\" is no size; give a number from 1e-30 to 1e30";
 }
 
+void addLimits(CLI::App* command, dxf::Limits& limits) {
+    const auto add = [&](const std::string& option, std::size_t& limit, const std::string& help) {
+        command->add_option(option, limit, help)->type_name("COUNT")->capture_default_str();
+    };
+    add("--max-placements", limits.placements, "Refuse drawings whose references place more");
+    add("--max-depth", limits.depth, "Refuse drawings with blocks nested deeper, 256 at most");
+    add("--max-text-length", limits.textLength, "Refuse drawings with a text of more characters");
+    add("--max-placed-length", limits.placedLength, "Refuse drawings with more characters in placed blocks");
+}
+
 void addQuiet(CLI::App* command, Call& call) {
     command->add_flag("--quiet", call.quiet, "Print no summary");
 }
@@ -83,6 +93,7 @@ void addLayout(CLI::App& app, Call& call) {
         command, "--mode", options.layout.mode,
         {{"document", LayoutMode::Document}, {"mtext", LayoutMode::MText}, {"clusters", LayoutMode::Clusters}},
         "What is placed: paragraphs, MTEXT entities or glyph clusters");
+    addLimits(command, options.limits);
     addQuiet(command, call);
 }
 
@@ -101,6 +112,7 @@ void addExplode(CLI::App& app, Call& call) {
     addFontMap(command, options.fontMap);
     addFile(command, "--report", options.report, "Write what became of the texts as JSON; - is standard output");
     command->add_flag("--check", options.check, "Lay the result out again and compare every glyph's place");
+    addLimits(command, options.limits);
     addQuiet(command, call);
 }
 

@@ -8,7 +8,7 @@ void append(std::vector<DrawnGlyph>& result, const LaidOutParagraph& paragraph, 
             std::size_t first, std::size_t count) {
     for (std::size_t i = first; i < first + count; ++i) {
         const PaintedGlyph& glyph = run.glyphs.at(i);
-        if (glyph.shape) {
+        if (glyph.hasInk) {
             result.push_back(
                 {run.face, glyph.index, {paragraph.origin.x + glyph.place.x, paragraph.origin.y + glyph.place.y, 0.0}});
         }

@@ -165,7 +165,8 @@ ExitCode runExplode(const ExplodeOptions& options) {
         session.fontMap().load(*options.fontMap);
     }
     InputFile input(options.input, InputFile::Readings::Several);
-    const dxf::Drawing drawing = readDrawingFile(options.input, input);
+    const dxf::Drawing drawing = readDrawingFile(options.input, input, options.limits);
+    requireWithin(options.limits, options.input, drawing);
     Exploder exploder(session, drawing, options.kind, options.check);
     OutputFile output(options.output);
     Outcome outcome{drawing, exploder, rewrite(options, input, output, drawing, exploder), std::nullopt, 0};
@@ -173,7 +174,8 @@ ExitCode runExplode(const ExplodeOptions& options) {
         std::count_if(drawing.texts.begin(), drawing.texts.end(),
                       [](const dxf::TextEntity& text) { return text.kind == dxf::TextKind::Text; }));
     if (options.check) {
-        outcome.roundTrip = checkRoundTrip(session, readDrawingFile(output.collected()), drawing, exploder);
+        outcome.roundTrip = checkRoundTrip(
+            session, readDrawingFile(output.collected(), {.textLength = dxf::Limits::none}), drawing, exploder);
     }
     output.commit();
     report(options, outcome);

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include <dxf/Limits.h>
+
 #include "Exploder.h"
 #include "InputError.h"
 
@@ -15,6 +17,7 @@ struct ExplodeOptions {
     std::optional<std::string> fontMap;
     std::optional<std::string> report; // JSON
     bool check = false;                // lay the result out again and compare
+    dxf::Limits limits;
 };
 
 // Writes a copy of a drawing in which pieces stand for every paragraph text, and

@@ -76,8 +76,8 @@ void Exploder::addCluster(Pieces& pieces, const dxf::TextEntity& text, const Lai
         ++pieces.counts.outlined;
         const PaintedRun& run = paragraph.painted.runs.at(cluster.run);
         for (std::size_t i = 0; i < cluster.glyphCount; ++i) {
-            if (const auto& shape = run.glyphs.at(cluster.firstGlyph + i).shape) {
-                addOutline(pieces, laidOut, paragraph, paragraph.painted.shapes.at(*shape), height);
+            if (const PaintedGlyph& glyph = run.glyphs.at(cluster.firstGlyph + i); glyph.hasInk) {
+                addOutline(pieces, laidOut, paragraph, paragraph.painted.shapes.at(glyph.shape), height);
             }
         }
         return;

@@ -1,10 +1,11 @@
 #include "JsonReport.h"
 
+#include <ostream>
+#include <string_view>
+
 #include <nlohmann/json.hpp>
 
 #include <Common/Utf.h>
-
-#include "OutputFile.h"
 
 namespace tool {
 
@@ -109,44 +110,123 @@ Json toJson(const dxf::PlacedText& placed, const LaidOutText& text, const std::v
     return json;
 }
 
-Json toJson(const LaidOutDrawing& drawing) {
-    Json json;
-    json["path"] = drawing.path;
-    json["version"] = common::utf8FromWide(drawing.drawing.header.version);
-    json["codePage"] = drawing.drawing.utf8 ? Json("utf-8") : Json(drawing.drawing.codePage);
-    json["problems"] = Json::array();
-    for (const dxf::Problem& problem : drawing.drawing.problems) {
-        json["problems"].push_back(
+Json toJson(const std::vector<dxf::Problem>& problems) {
+    Json json = Json::array();
+    for (const dxf::Problem& problem : problems) {
+        json.push_back(
             {{"kind", dxf::errorKindName(problem.kind)}, {"line", problem.line}, {"message", problem.message}});
-    }
-    json["failures"] = drawing.failures;
-    json["hiddenTexts"] = drawing.hiddenTexts;
-    json["emptyTexts"] = drawing.emptyTexts;
-    addNotes(json, drawing.notes);
-    json["texts"] = Json::array();
-    for (std::size_t i = 0; i < drawing.texts.size(); ++i) {
-        json["texts"].push_back(toJson(drawing.placed[i], drawing.texts[i], drawing.diagnostics[i]));
     }
     return json;
 }
 
+Json toJson(const std::vector<FontMap::Replacement>& replacements) {
+    Json json = Json::array();
+    for (const FontMap::Replacement& replacement : replacements) {
+        json.push_back({{"requested", common::utf8FromWide(replacement.requested)},
+                        {"family", common::utf8FromWide(replacement.family)}});
+    }
+    return json;
+}
+
+constexpr std::size_t drawingDepth = 2; // of the braces and brackets around it
+constexpr std::size_t textDepth = 4;
+
 } // namespace
 
-void writeJson(const std::string& path, const std::vector<LaidOutDrawing>& drawings,
-               const std::vector<FontMap::Replacement>& replacements) {
-    Json json;
-    json["replacedFonts"] = Json::array();
-    for (const FontMap::Replacement& replacement : replacements) {
-        json["replacedFonts"].push_back({{"requested", common::utf8FromWide(replacement.requested)},
-                                         {"family", common::utf8FromWide(replacement.family)}});
+JsonReport::JsonReport(std::ostream& output) : m_output(output) {
+    m_output << "{\n \"drawings\": [";
+}
+
+void JsonReport::newLine(std::size_t depth) {
+    m_output << '\n' << std::string(depth, ' ');
+}
+
+void JsonReport::value(std::size_t depth, const std::string& json) {
+    // Only whitespace between values holds line breaks.
+    std::size_t start = 0;
+    for (std::size_t end = json.find('\n'); end != std::string::npos; end = json.find('\n', start)) {
+        m_output << std::string_view(json).substr(start, end - start);
+        newLine(depth);
+        start = end + 1;
     }
-    json["drawings"] = Json::array();
-    for (const LaidOutDrawing& drawing : drawings) {
-        json["drawings"].push_back(toJson(drawing));
+    m_output << std::string_view(json).substr(start);
+}
+
+template <typename Value>
+void JsonReport::member(std::size_t depth, const char* name, const Value& json) {
+    newLine(depth);
+    m_output << '"' << name << "\": ";
+    value(depth, Json(json).dump(1, ' ', false, Json::error_handler_t::replace));
+}
+
+void JsonReport::openDrawing(const std::string& path) {
+    m_output << (m_firstDrawing ? "" : ",");
+    m_firstDrawing = false;
+    newLine(drawingDepth);
+    m_output << '{';
+    member(drawingDepth + 1, "path", path);
+}
+
+void JsonReport::closeDrawing() {
+    newLine(drawingDepth);
+    m_output << '}';
+}
+
+void JsonReport::beginDrawing(const std::string& path, const dxf::Drawing& drawing) {
+    constexpr std::size_t depth = drawingDepth + 1;
+    openDrawing(path);
+    m_output << ',';
+    member(depth, "version", common::utf8FromWide(drawing.header.version));
+    m_output << ',';
+    member(depth, "codePage", drawing.utf8 ? Json("utf-8") : Json(drawing.codePage));
+    m_output << ',';
+    member(depth, "problems", toJson(drawing.problems));
+    m_output << ',';
+    newLine(depth);
+    m_output << "\"texts\": [";
+    m_firstText = true;
+}
+
+void JsonReport::add(const dxf::PlacedText& placed, const LaidOutText& text,
+                     const std::vector<mtext::Diagnostic>& diagnostics) {
+    m_output << (m_firstText ? "" : ",");
+    m_firstText = false;
+    newLine(textDepth);
+    value(textDepth, toJson(placed, text, diagnostics).dump(1, ' ', false, Json::error_handler_t::replace));
+}
+
+void JsonReport::endDrawing(const DrawingSummary& summary) {
+    constexpr std::size_t depth = drawingDepth + 1;
+    if (!m_firstText) {
+        newLine(depth);
     }
-    OutputFile file(path);
-    file.stream() << json.dump(1, ' ', false, Json::error_handler_t::replace) << '\n';
-    file.commit();
+    m_output << "],";
+    member(depth, "failures", summary.failures);
+    m_output << ',';
+    member(depth, "hiddenTexts", summary.hiddenTexts);
+    m_output << ',';
+    member(depth, "emptyTexts", summary.emptyTexts);
+    Json notes;
+    addNotes(notes, summary.notes);
+    for (const auto& [name, note] : notes.items()) {
+        m_output << ',';
+        member(depth, name.c_str(), note);
+    }
+    closeDrawing();
+}
+
+void JsonReport::addUnusable(const std::string& path, const std::string& error) {
+    openDrawing(path);
+    m_output << ',';
+    member(drawingDepth + 1, "error", error);
+    closeDrawing();
+}
+
+void JsonReport::finish(const std::vector<FontMap::Replacement>& replacements) {
+    newLine(m_firstDrawing ? 0 : 1);
+    m_output << "],";
+    member(1, "replacedFonts", toJson(replacements));
+    m_output << "\n}\n";
 }
 
 } // namespace tool

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <dxf/Limits.h>
+
 #include "InputError.h"
 #include "TextLayout.h"
 
@@ -17,11 +19,14 @@ struct LayoutOptions {
     std::optional<std::string> fontMap;
     bool boxes = false;
     TextLayoutOptions layout;
+    dxf::Limits limits;
 };
 
 // Lays out all texts of the drawings, writes what was asked for, and says on
-// standard output what was found, replaced and ignored. Throws InputError for
-// the first drawing that cannot be used.
+// standard output what was found, replaced and ignored. A drawing that cannot be
+// used is named on standard error, and in the JSON, and the others are worked on;
+// the exit code is the worst of them. Throws InputError for a file that cannot be
+// written.
 ExitCode runLayout(const LayoutOptions& options);
 
 } // namespace tool

@@ -6,63 +6,17 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include <oslayer/checkHResult.h>
 
 #include "MissingCharacters.h"
+#include "OutlineSink.h"
 
 namespace tool {
 
 namespace {
-
-// Receives glyph outlines in the platform's frame (y down, baseline at 0) and
-// appends them to an outline at a baseline origin (y up).
-class OutlineSink final : public ID2D1SimplifiedGeometrySink {
-public:
-    OutlineSink(Outline& outline, MbCartPoint origin) : m_outline(outline), m_origin(origin) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        const bool known = riid == __uuidof(IUnknown) || riid == __uuidof(ID2D1SimplifiedGeometrySink);
-        *object = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    // Lives on the stack of the one call that fills it.
-    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-
-    void STDMETHODCALLTYPE SetFillMode(D2D1_FILL_MODE) override {}
-    void STDMETHODCALLTYPE SetSegmentFlags(D2D1_PATH_SEGMENT) override {}
-    void STDMETHODCALLTYPE BeginFigure(D2D1_POINT_2F start, D2D1_FIGURE_BEGIN) override {
-        m_outline.verbs.push_back(Outline::Verb::Move);
-        add(start);
-    }
-    void STDMETHODCALLTYPE AddLines(const D2D1_POINT_2F* points, UINT32 count) override {
-        for (UINT32 i = 0; i < count; ++i) {
-            m_outline.verbs.push_back(Outline::Verb::Line);
-            add(points[i]);
-        }
-    }
-    void STDMETHODCALLTYPE AddBeziers(const D2D1_BEZIER_SEGMENT* beziers, UINT32 count) override {
-        for (UINT32 i = 0; i < count; ++i) {
-            m_outline.verbs.push_back(Outline::Verb::Curve);
-            add(beziers[i].point1);
-            add(beziers[i].point2);
-            add(beziers[i].point3);
-        }
-    }
-    void STDMETHODCALLTYPE EndFigure(D2D1_FIGURE_END) override { m_outline.verbs.push_back(Outline::Verb::Close); }
-    HRESULT STDMETHODCALLTYPE Close() override { return S_OK; }
-
-private:
-    void add(D2D1_POINT_2F point) {
-        m_outline.points.push_back(
-            {m_origin.x + static_cast<double>(point.x), m_origin.y - static_cast<double>(point.y)});
-    }
-
-    Outline& m_outline;
-    MbCartPoint m_origin;
-};
 
 Outline barOutline(double x, double top, double width, double thickness) {
     Outline bar;
@@ -74,7 +28,8 @@ Outline barOutline(double x, double top, double width, double thickness) {
 
 class OutlineRenderer final : public IDWriteTextRenderer {
 public:
-    explicit OutlineRenderer(const std::vector<fonts::SLayoutRun>& runs) : m_runs(runs) {}
+    OutlineRenderer(const std::vector<fonts::SLayoutRun>& runs, PaintDetail detail)
+        : m_runs(runs), m_detail(detail), m_heightsDiffer(differInHeight(runs)) {}
 
     PaintedParagraph takeResult() {
         // Bars may be drawn before the runs they belong to.
@@ -114,20 +69,26 @@ public:
 
     HRESULT STDMETHODCALLTYPE DrawGlyphRun(void*, FLOAT x, FLOAT y, DWRITE_MEASURING_MODE, const DWRITE_GLYPH_RUN* run,
                                            const DWRITE_GLYPH_RUN_DESCRIPTION* description, IUnknown*) override {
-        PaintedRun painted;
-        painted.baseline = -static_cast<double>(y);
-        if (m_result.baselines.empty() || m_result.baselines.back() > painted.baseline) {
-            m_result.baselines.push_back(painted.baseline);
+        const double baseline = -static_cast<double>(y);
+        if (m_result.baselines.empty() || m_result.baselines.back() > baseline) {
+            m_result.baselines.push_back(baseline);
         }
-        painted.text.assign(description->string, description->stringLength);
+        if (const fonts::SLayoutRun* source = runAt(description->textPosition)) {
+            const HRESULT result = addHeight(baseline, static_cast<double>(source->token.fontCapSize), *run);
+            if (FAILED(result)) {
+                return result;
+            }
+        }
+        appendMissing(m_result.missing, *run, *description);
+        if (m_detail == PaintDetail::Lines) {
+            return S_OK;
+        }
+        PaintedRun painted;
+        painted.baseline = baseline;
         painted.clusterMap.assign(description->clusterMap, description->clusterMap + description->stringLength);
         painted.face = keyOf(run->fontFace);
         painted.rightToLeft = (run->bidiLevel & 1U) != 0;
-        if (const fonts::SLayoutRun* source = runAt(description->textPosition)) {
-            painted.capSize = static_cast<double>(source->token.fontCapSize);
-        }
         const HRESULT result = addGlyphs(painted, static_cast<double>(x), *run, colorsOf(*run, *description));
-        appendMissing(m_result.missing, *run, *description);
         m_result.runs.push_back(std::move(painted));
         return result;
     }
@@ -208,22 +169,72 @@ private:
                                direction * static_cast<double>(offset.advanceOffset),
                            painted.baseline + static_cast<double>(offset.ascenderOffset)};
             glyph.color = colors[i];
-            PaintedShape shape;
-            shape.color = glyph.color;
-            OutlineSink sink(shape.outline, glyph.place);
-            const HRESULT result = run.fontFace->GetGlyphRunOutline(run.fontEmSize, &glyph.index, nullptr, nullptr, 1,
-                                                                    run.isSideways, FALSE, &sink);
+            const HRESULT result =
+                m_detail == PaintDetail::Shapes ? addShape(glyph, run) : noteInk(run, glyph.index, glyph.hasInk);
             if (FAILED(result)) {
                 return result;
-            }
-            if (!shape.outline.verbs.empty()) {
-                glyph.shape = m_result.shapes.size();
-                m_result.shapes.push_back(std::move(shape));
             }
             pen += direction * advance;
             painted.left = std::min(painted.left, pen);
             painted.right = std::max(painted.right, pen);
             painted.glyphs.push_back(glyph);
+        }
+        return S_OK;
+    }
+
+    static HRESULT outline(const DWRITE_GLYPH_RUN& run, UINT16 glyph, ID2D1SimplifiedGeometrySink& sink) {
+        return run.fontFace->GetGlyphRunOutline(run.fontEmSize, &glyph, nullptr, nullptr, 1, run.isSideways, FALSE,
+                                                &sink);
+    }
+
+    static HRESULT noteInk(const DWRITE_GLYPH_RUN& run, UINT16 glyph, bool& hasInk) {
+        InkSink sink;
+        const HRESULT result = outline(run, glyph, sink);
+        hasInk = sink.hasInk();
+        return result;
+    }
+
+    HRESULT addShape(PaintedGlyph& glyph, const DWRITE_GLYPH_RUN& run) {
+        PaintedShape shape;
+        shape.color = glyph.color;
+        OutlineSink sink(shape.outline, glyph.place);
+        const HRESULT result = outline(run, glyph.index, sink);
+        if (SUCCEEDED(result) && !shape.outline.verbs.empty()) {
+            glyph.hasInk = true;
+            glyph.shape = m_result.shapes.size();
+            m_result.shapes.push_back(std::move(shape));
+        }
+        return result;
+    }
+
+    static bool areSameHeight(double a, double b) {
+        constexpr double sameHeight = 1e-3; // the reader of contents takes no smaller difference for one
+        return std::abs(a - b) <= sameHeight * std::max(a, b);
+    }
+
+    static bool differInHeight(const std::vector<fonts::SLayoutRun>& runs) {
+        return std::any_of(runs.begin(), runs.end(), [&runs](const fonts::SLayoutRun& run) {
+            return run.token.fontCapSize != runs.front().token.fontCapSize;
+        });
+    }
+
+    // The height of the run's capitals: whether it mixes with others in its line
+    // counts where the run leaves ink.
+    HRESULT addHeight(double baseline, double capSize, const DWRITE_GLYPH_RUN& run) {
+        if (baseline == m_result.baselines.front()) {
+            m_result.firstCapSize = std::max(m_result.firstCapSize, capSize);
+        }
+        bool hasInk = false;
+        for (UINT32 i = 0; m_heightsDiffer && !m_result.mixesHeights && !hasInk && i < run.glyphCount; ++i) {
+            if (const HRESULT result = noteInk(run, run.glyphIndices[i], hasInk); FAILED(result)) {
+                return result;
+            }
+        }
+        if (hasInk && m_inkedLine == baseline) {
+            m_result.mixesHeights = !areSameHeight(m_inkedHeight, capSize);
+        } else if (hasInk) {
+            m_inkedLine = baseline;
+            m_inkedHeight = capSize;
         }
         return S_OK;
     }
@@ -265,6 +276,10 @@ private:
     }
 
     void addBar(FLOAT x, FLOAT y, FLOAT offset, FLOAT width, FLOAT thickness) {
+        m_result.hasBars = true;
+        if (m_detail != PaintDetail::Shapes) {
+            return;
+        }
         Bar bar;
         bar.shape = m_result.shapes.size();
         bar.x = static_cast<double>(x);
@@ -279,13 +294,17 @@ private:
 
     std::vector<Bar> m_bars;
     const std::vector<fonts::SLayoutRun>& m_runs;
+    PaintDetail m_detail;
+    bool m_heightsDiffer;
+    std::optional<double> m_inkedLine; // baseline of the last run with ink
+    double m_inkedHeight = 0.0;        // of the first such run there
     PaintedParagraph m_result;
 };
 
 } // namespace
 
-PaintedParagraph paintParagraph(const fonts::SLayoutDesc& layout) {
-    OutlineRenderer renderer(layout.runs);
+PaintedParagraph paintParagraph(const fonts::SLayoutDesc& layout, PaintDetail detail) {
+    OutlineRenderer renderer(layout.runs, detail);
     OSLAYER_CHECK(layout.pObject->Draw(nullptr, &renderer, 0.0F, 0.0F));
     return renderer.takeResult();
 }
@@ -302,13 +321,14 @@ void scale(PaintedParagraph& paragraph, double factor) {
         for (PaintedGlyph& glyph : run.glyphs) {
             scalePoint(glyph.place);
         }
-        for (double* length : {&run.left, &run.right, &run.baseline, &run.capSize}) {
+        for (double* length : {&run.left, &run.right, &run.baseline}) {
             *length *= factor;
         }
     }
     for (double& baseline : paragraph.baselines) {
         baseline *= factor;
     }
+    paragraph.firstCapSize *= factor;
 }
 
 } // namespace tool

@@ -3,8 +3,6 @@
 #include <dwrite.h>
 
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <vector>
 
 #include <FontEngine/RichTextDocumentProcessor.h>
@@ -43,22 +41,29 @@ struct FaceKey {
 
 struct PaintedGlyph {
     std::uint16_t index = 0;
+    bool hasInk = false;
     MbCartPoint place;                // of its origin, as drawn
     std::uint32_t color = 0xFF000000; // ARGB; one run can hold text of several colours
-    std::optional<std::size_t> shape; // in PaintedParagraph::shapes; nothing without ink
+    std::size_t shape = 0;            // of one with ink: in PaintedParagraph::shapes
 };
 
 // One glyph run as drawn. Lengths and frame are those of the paragraph.
 struct PaintedRun {
-    std::wstring text;
-    std::vector<std::uint16_t> clusterMap; // of `text`, as the platform gives it
+    std::vector<std::uint16_t> clusterMap; // of its text, as the platform gives it
     std::vector<PaintedGlyph> glyphs;
     FaceKey face;
     bool rightToLeft = false;
     double left = 0.0;
     double right = 0.0;
     double baseline = 0.0;
-    double capSize = 0.0;
+};
+
+// How much of a drawn paragraph is kept. A long text has millions of glyphs, and
+// an outline is larger than all else that is known of one.
+enum class PaintDetail : std::uint8_t {
+    Lines,  // what is measured: no runs, no shapes
+    Glyphs, // runs with their glyphs, and which of these leave ink
+    Shapes, // outlines and bars too
 };
 
 // A paragraph as drawn, in the frame of its own layout box (top-left corner at
@@ -68,12 +73,15 @@ struct PaintedParagraph {
     std::vector<PaintedRun> runs;  // in the order of drawing
     std::vector<std::size_t> bars; // the shapes that are bars, in the order of drawing
     std::vector<double> baselines; // y of each line, top to bottom
+    double firstCapSize = 0.0;     // of the tallest capitals in the first line
+    bool mixesHeights = false;     // a line holds ink of text of different heights
+    bool hasBars = false;          // under or through text, kept or not
     std::vector<char32_t> missing; // characters that no installed font has
 };
 
 // Draws the paragraph's layout, as it stands, into outlines. Throws
 // oslayer::EOsLayerError when the platform fails.
-PaintedParagraph paintParagraph(const fonts::SLayoutDesc& layout);
+PaintedParagraph paintParagraph(const fonts::SLayoutDesc& layout, PaintDetail detail = PaintDetail::Shapes);
 
 // Multiplies all lengths.
 void scale(PaintedParagraph& paragraph, double factor);

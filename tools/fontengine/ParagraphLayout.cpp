@@ -24,14 +24,13 @@ Layouting createLayouting(Session& session, const render::CRichTextDocument& doc
     return session.layoutings().create(document);
 }
 
-PaintedParagraph paint(Session& session, const render::CRichTextParagraph& paragraph, float tabStopWidth,
-                       double width) {
-    const fonts::SLayoutDesc layout =
-        fonts::CRichTextDocumentProcessor::process(paragraph, &session.engine(), static_cast<double>(tabStopWidth));
+PaintedParagraph paint(Session& session, const render::CRichTextDocument& document, double width, PaintDetail detail) {
+    const fonts::SLayoutDesc layout = fonts::CRichTextDocumentProcessor::process(
+        document.paragraphs.at(0), &session.engine(), static_cast<double>(document.tabStopWidth));
     if (width > 0.0) {
         layout.pObject->SetMaxWidth(static_cast<float>(width));
     }
-    return paintParagraph(layout);
+    return paintParagraph(layout, detail);
 }
 
 // The clusters of the runs as drawn, in the library's order, without what the
@@ -51,7 +50,7 @@ std::vector<LaidOutCluster> drawnClusters(const PaintedParagraph& painted) {
             cluster.firstGlyph = first;
             cluster.glyphCount = end - first;
             cluster.hasInk = std::any_of(run.glyphs.begin() + first, run.glyphs.begin() + static_cast<long>(end),
-                                         [](const PaintedGlyph& glyph) { return glyph.shape.has_value(); });
+                                         [](const PaintedGlyph& glyph) { return glyph.hasInk; });
             clusters.push_back(std::move(cluster));
         }
     }
@@ -85,36 +84,43 @@ void moveUnlessEmpty(MbRect& rect, double dx, double dy) {
     }
 }
 
-} // namespace
-
-LaidOutParagraph layOutParagraph(Session& session, const render::CRichTextParagraph& paragraph, float tabStopWidth,
-                                 double left, double right, LayoutMode mode) {
-    render::CRichTextDocument document = render::makeDocument({paragraph});
-    document.tabStopWidth = tabStopWidth;
-    const double width = right - left;
-    const Layouting layouting = createLayouting(session, document, mode);
-    layouting->setLayoutRect(MbRect(left, 0.0, right, 0.0));
+// Asks the library's layouting, which holds the paragraph once more (and one for
+// each cluster), last and for no longer than the answers take.
+void takePlaces(Session& session, const render::CRichTextDocument& document, const MbRect& edges,
+                const TextLayoutOptions& options, LaidOutParagraph& result) {
+    const Layouting layouting = createLayouting(session, document, options.mode);
+    layouting->setLayoutRect(edges);
     layouting->layout();
-
-    LaidOutParagraph result;
-    for (const render::SRichTextToken& token : paragraph.tokens) {
-        result.text += token.text;
-    }
-    result.painted = paint(session, paragraph, tabStopWidth, width);
-    result.origin = {left, 0.0};
-    const MbRect natural = session.metrics().getParagraphRects(document, width, 0.0).at(0);
-    result.height = natural.ymax - natural.ymin;
-    result.ink = session.metrics().getParagraphGeometryRects(document, width, 0.0).at(0);
-    if (mode == LayoutMode::Clusters) {
-        result.box = MbRect(left, -result.height, right, 0.0);
+    if (options.mode == LayoutMode::Clusters) {
+        result.box = MbRect(edges.xmin, -result.height, edges.xmax, 0.0);
+        if (options.detail == PaintDetail::Lines) {
+            return;
+        }
         result.clusters = takeClusters(*layouting, result.painted);
         for (const auto& region : layouting->getRegions()) {
             result.underlines.push_back(region->boundingRect());
         }
-    } else if (mode == LayoutMode::Document || !result.ink.isEmpty()) {
+    } else if (options.mode == LayoutMode::Document || !result.ink.isEmpty()) {
         // Aligned with ink that is not there, a rectangle stands nowhere.
         result.box = layouting->getRects().at(0);
     }
+}
+
+} // namespace
+
+LaidOutParagraph layOutParagraph(Session& session, const render::CRichTextDocument& document, double left, double right,
+                                 const TextLayoutOptions& options) {
+    const double width = right - left;
+    LaidOutParagraph result;
+    for (const render::SRichTextToken& token : document.paragraphs.at(0).tokens) {
+        result.text += token.text;
+    }
+    result.painted = paint(session, document, width, options.detail);
+    result.origin = {left, 0.0};
+    const MbRect natural = session.metrics().getParagraphRects(document, width, 0.0).at(0);
+    result.height = natural.ymax - natural.ymin;
+    result.ink = session.metrics().getParagraphGeometryRects(document, width, 0.0).at(0);
+    takePlaces(session, document, MbRect(left, 0.0, right, 0.0), options, result);
     moveUnlessEmpty(result.ink, result.origin.x, result.origin.y);
     return result;
 }

@@ -6,10 +6,10 @@
 
 namespace tool {
 
-// Lays out one paragraph between two edges, its top at 0. Lengths are the
-// document's units.
-LaidOutParagraph layOutParagraph(Session& session, const render::CRichTextParagraph& paragraph, float tabStopWidth,
-                                 double left, double right, LayoutMode mode);
+// Lays out the document's first paragraph between two edges, its top at 0.
+// Lengths are the document's units.
+LaidOutParagraph layOutParagraph(Session& session, const render::CRichTextDocument& document, double left, double right,
+                                 const TextLayoutOptions& options);
 
 // Moves everything that stands in the text's frame.
 void move(LaidOutParagraph& paragraph, double dx, double dy);

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <memory>
 #include <numbers>
+#include <utility>
 
 #include <cairo-svg.h>
 #include <cairo.h>
@@ -34,21 +34,7 @@ std::array<MbCartPoint, 4> cornersOf(const LaidOutText& text, const MbRect& rect
 // Maps the drawing (y up) into the picture (y down).
 class Viewport {
 public:
-    Viewport(const std::vector<LaidOutText>& texts, const PictureOptions& options) {
-        for (const LaidOutText& text : texts) {
-            for (const MbRect& rect : {text.box, text.ink}) {
-                if (rect.isEmpty()) {
-                    continue;
-                }
-                for (const MbCartPoint& corner : cornersOf(text, rect)) {
-                    m_extent.IncludeX(corner.x);
-                    m_extent.IncludeY(corner.y);
-                }
-            }
-        }
-        if (m_extent.isEmpty()) {
-            m_extent = MbRect(0.0, 0.0, 1.0, 1.0);
-        }
+    Viewport(const MbRect& extent, const PictureOptions& options) : m_extent(extent) {
         const double width = m_extent.xmax - m_extent.xmin;
         const double height = m_extent.ymax - m_extent.ymin;
         const double longer = std::max({width, height, 1e-9});
@@ -165,22 +151,6 @@ void strokeBoxes(cairo_t* cr, const Viewport& viewport, const LaidOutText& text)
     }
 }
 
-void draw(cairo_t* cr, const Viewport& viewport, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
-    cairo_set_source_rgb(cr, 1.0, 1.0, 1.0);
-    cairo_paint(cr);
-    for (const LaidOutText& text : texts) {
-        for (const LaidOutParagraph& paragraph : text.paragraphs) {
-            for (const PaintedShape& shape : paragraph.painted.shapes) {
-                fillShape(cr, viewport, text, paragraph.origin, shape);
-            }
-        }
-        strokeClusters(cr, viewport, text);
-        if (options.boxes) {
-            strokeBoxes(cr, viewport, text);
-        }
-    }
-}
-
 cairo_status_t writeTo(void* stream, const unsigned char* bytes, unsigned count) {
     auto& output = *static_cast<std::ostream*>(stream);
     output.write(reinterpret_cast<const char*>(bytes), static_cast<std::streamsize>(count));
@@ -202,38 +172,85 @@ void requireWritten(cairo_status_t status, const std::string& path) {
     }
 }
 
-} // namespace
-
-void writePng(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
-    const Viewport viewport(texts, options);
-    const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(viewport.width()),
-                                                     static_cast<int>(viewport.height())),
-                          &cairo_surface_destroy);
-    const Context cr(cairo_create(surface.get()), &cairo_destroy);
-    draw(cr.get(), viewport, texts, options);
-    requireDrawn(cairo_status(cr.get()), path);
-    OutputFile file(path);
-    requireWritten(cairo_surface_write_to_png_stream(surface.get(), &writeTo, &file.stream()), path);
-    file.commit();
+Surface createSurface(PictureFormat format, std::ostream& output, const Viewport& viewport) {
+    if (format == PictureFormat::Svg) {
+        return {cairo_svg_surface_create_for_stream(&writeTo, &output, viewport.width(), viewport.height()),
+                &cairo_surface_destroy};
+    }
+    return {cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(viewport.width()),
+                                       static_cast<int>(viewport.height())),
+            &cairo_surface_destroy};
 }
 
-void writeSvg(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options) {
-    const Viewport viewport(texts, options);
-    OutputFile file(path);
-    {
-        const Surface surface(
-            cairo_svg_surface_create_for_stream(&writeTo, &file.stream(), viewport.width(), viewport.height()),
-            &cairo_surface_destroy);
-        requireDrawn(cairo_surface_status(surface.get()), path);
-        {
-            const Context cr(cairo_create(surface.get()), &cairo_destroy);
-            draw(cr.get(), viewport, texts, options);
-            requireDrawn(cairo_status(cr.get()), path);
+} // namespace
+
+void PictureExtent::include(const LaidOutText& text) {
+    for (const MbRect& rect : {text.box, text.ink}) {
+        if (rect.isEmpty()) {
+            continue;
         }
-        cairo_surface_finish(surface.get());
-        requireWritten(cairo_surface_status(surface.get()), path);
+        for (const MbCartPoint& corner : cornersOf(text, rect)) {
+            m_rect.IncludeX(corner.x);
+            m_rect.IncludeY(corner.y);
+        }
     }
-    file.commit();
+}
+
+MbRect PictureExtent::rect() const {
+    return m_rect.isEmpty() ? MbRect(0.0, 0.0, 1.0, 1.0) : m_rect;
+}
+
+struct Picture::Canvas {
+    Canvas(PictureFormat aFormat, const std::string& aPath, const MbRect& extent, const PictureOptions& aOptions)
+        : format(aFormat), path(aPath), options(aOptions), viewport(extent, aOptions), file(aPath),
+          surface(createSurface(aFormat, file.stream(), viewport)), cr(nullptr, &cairo_destroy) {
+        requireDrawn(cairo_surface_status(surface.get()), path);
+        cr.reset(cairo_create(surface.get()));
+    }
+
+    PictureFormat format;
+    std::string path;
+    PictureOptions options;
+    Viewport viewport;
+    OutputFile file; // outlives the surface, which may write until its end
+    Surface surface;
+    Context cr;
+};
+
+Picture::Picture(PictureFormat format, const std::string& path, const PictureExtent& extent,
+                 const PictureOptions& options)
+    : m_canvas(std::make_unique<Canvas>(format, path, extent.rect(), options)) {
+    cairo_set_source_rgb(m_canvas->cr.get(), 1.0, 1.0, 1.0);
+    cairo_paint(m_canvas->cr.get());
+}
+
+Picture::~Picture() = default;
+Picture::Picture(Picture&&) noexcept = default;
+
+void Picture::draw(const LaidOutText& text) {
+    cairo_t* cr = m_canvas->cr.get();
+    for (const LaidOutParagraph& paragraph : text.paragraphs) {
+        for (const PaintedShape& shape : paragraph.painted.shapes) {
+            fillShape(cr, m_canvas->viewport, text, paragraph.origin, shape);
+        }
+    }
+    strokeClusters(cr, m_canvas->viewport, text);
+    if (m_canvas->options.boxes) {
+        strokeBoxes(cr, m_canvas->viewport, text);
+    }
+}
+
+void Picture::finish() {
+    cairo_surface_t* surface = m_canvas->surface.get();
+    requireDrawn(cairo_status(m_canvas->cr.get()), m_canvas->path);
+    m_canvas->cr.reset();
+    if (m_canvas->format == PictureFormat::Png) {
+        requireWritten(cairo_surface_write_to_png_stream(surface, &writeTo, &m_canvas->file.stream()), m_canvas->path);
+    } else {
+        cairo_surface_finish(surface);
+        requireWritten(cairo_surface_status(surface), m_canvas->path);
+    }
+    m_canvas->file.commit();
 }
 
 } // namespace tool

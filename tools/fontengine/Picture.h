@@ -1,7 +1,7 @@
 #pragma once
 
+#include <memory>
 #include <string>
-#include <vector>
 
 #include "TextLayout.h"
 
@@ -14,11 +14,39 @@ struct PictureOptions {
     double longerSide = 2400.0;
 };
 
-// Draw all texts of a drawing, fitted to the picture; texts laid out by clusters with
-// the clusters' rectangles (violet), the corners where their texts are inserted (dots)
-// and the bars of underlines (orange). Throw InputError when the
-// file cannot be written.
-void writePng(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options);
-void writeSvg(const std::string& path, const std::vector<LaidOutText>& texts, const PictureOptions& options);
+// How far the texts of a drawing reach: known before the first is drawn, so that
+// texts need not be kept to be fitted to a picture.
+class PictureExtent {
+public:
+    void include(const LaidOutText& text);
+    // Of their boxes and their ink, in the drawing; the unit square where no text
+    // takes up room.
+    [[nodiscard]] MbRect rect() const;
+
+private:
+    MbRect m_rect;
+};
+
+enum class PictureFormat { Png, Svg };
+
+// Draws texts laid out with their shapes, fitted to the picture; texts laid out
+// by clusters with the clusters' rectangles (violet), the corners where their
+// texts are inserted (dots) and the bars of underlines (orange).
+class Picture {
+public:
+    // Throws InputError when the file cannot be written.
+    Picture(PictureFormat format, const std::string& path, const PictureExtent& extent, const PictureOptions& options);
+    ~Picture();
+    Picture(Picture&&) noexcept;
+
+    void draw(const LaidOutText& text);
+    // Writes what was drawn; nothing is drawn afterwards. Throws InputError when the
+    // file cannot be written.
+    void finish();
+
+private:
+    struct Canvas;
+    std::unique_ptr<Canvas> m_canvas;
+};
 
 } // namespace tool

@@ -17,7 +17,7 @@ struct VerticalExtent {
 // The tallest capitals of the first line reach the top.
 VerticalExtent verticalExtent(const LaidOutText& laidOut, double capHeight) {
     VerticalExtent extent;
-    std::optional<double> tallest;
+    double tallest = 0.0;
     bool first = true;
     for (const LaidOutParagraph& paragraph : laidOut.paragraphs) {
         for (const double baseline : paragraph.painted.baselines) {
@@ -27,14 +27,10 @@ VerticalExtent verticalExtent(const LaidOutText& laidOut, double capHeight) {
             }
             first = false;
             extent.firstBaseline = extent.lastBaseline;
-            for (const PaintedRun& run : paragraph.painted.runs) {
-                if (run.baseline == baseline && run.capSize > 0.0) {
-                    tallest = std::max(tallest.value_or(0.0), run.capSize);
-                }
-            }
+            tallest = paragraph.painted.firstCapSize;
         }
     }
-    extent.capTop = extent.firstBaseline + tallest.value_or(capHeight);
+    extent.capTop = extent.firstBaseline + (tallest > 0.0 ? tallest : capHeight);
     return extent;
 }
 

@@ -17,51 +17,75 @@ namespace {
 constexpr double singleSpacing = 5.0 / 3.0;
 
 // A text at its layout scale, which is that of fonts::layoutScale: the library's
-// grid of baselines is coarse for a drawing in metres.
-struct ScaledText {
-    std::vector<render::CRichTextParagraph> paragraphs;
-    std::vector<mtext::ParagraphFormat> formats;
-    float tabStopWidth = 0.0F;
-    double width = 0.0; // where lines wrap; 0: they do not
-    double capHeight = 0.0;
-};
+// grid of baselines is coarse for a drawing in metres. Paragraphs are scaled one at
+// a time, so that a long text is not held twice.
+class ScaledText {
+public:
+    ScaledText(const dxf::TextEntity& entity, const TextDocument& text, double factor)
+        : m_text(text), m_factor(factor), m_width(entity.isParagraphText() ? entity.width * factor : 0.0),
+          m_capHeight(entity.height * factor) {}
 
-ScaledText scaled(const dxf::TextEntity& entity, const TextDocument& text, double factor) {
-    const auto times = [factor](float& length) { length = static_cast<float>(static_cast<double>(length) * factor); };
-    ScaledText result;
-    result.formats = text.formats;
-    const render::CRichTextDocument document = fonts::scaledDocument(text.document, factor);
-    result.tabStopWidth = document.tabStopWidth;
-    result.width = entity.isParagraphText() ? entity.width * factor : 0.0;
-    result.capHeight = entity.height * factor;
-    for (std::size_t i = 0; i < document.paragraphs.size(); ++i) {
-        result.paragraphs.push_back(document.paragraphs.at(static_cast<std::int32_t>(i)));
+    [[nodiscard]] std::size_t size() const { return m_text.document.paragraphs.size(); }
+    // Where lines wrap; 0: they do not.
+    [[nodiscard]] double width() const { return m_width; }
+    [[nodiscard]] double capHeight() const { return m_capHeight; }
+
+    [[nodiscard]] render::CRichTextParagraph paragraph(std::size_t i) const {
+        render::CRichTextParagraph result = m_text.document.paragraphs.at(static_cast<std::int32_t>(i));
+        for (render::SRichTextToken& token : result.tokens) {
+            times(token.fontCapSize);
+        }
+        return result;
     }
-    result.formats.resize(result.paragraphs.size());
-    for (mtext::ParagraphFormat& format : result.formats) {
-        for (float* length : {&format.firstLineIndent, &format.leftIndent, &format.rightIndent, &format.spaceBefore,
-                              &format.spaceAfter}) {
+
+    [[nodiscard]] render::CRichTextDocument document(std::vector<render::CRichTextParagraph> paragraphs) const {
+        render::CRichTextDocument result = render::makeDocument(std::move(paragraphs));
+        result.tabStopWidth = m_text.document.tabStopWidth;
+        times(result.tabStopWidth);
+        return result;
+    }
+
+    // A document of that paragraph alone.
+    [[nodiscard]] render::CRichTextDocument document(std::size_t i) const {
+        std::vector<render::CRichTextParagraph> paragraphs;
+        paragraphs.push_back(paragraph(i));
+        return document(std::move(paragraphs));
+    }
+
+    [[nodiscard]] mtext::ParagraphFormat format(std::size_t i) const {
+        if (i >= m_text.formats.size()) {
+            return {};
+        }
+        mtext::ParagraphFormat result = m_text.formats[i];
+        for (float* length : {&result.firstLineIndent, &result.leftIndent, &result.rightIndent, &result.spaceBefore,
+                              &result.spaceAfter}) {
             times(*length);
         }
-        if (format.lineSpacingKind != mtext::LineSpacingKind::Multiple) {
-            times(format.lineSpacing);
+        if (result.lineSpacingKind != mtext::LineSpacingKind::Multiple) {
+            times(result.lineSpacing);
         }
+        return result;
     }
-    return result;
-}
+
+private:
+    void times(float& length) const { length = static_cast<float>(static_cast<double>(length) * m_factor); }
+
+    const TextDocument& m_text;
+    double m_factor;
+    double m_width;
+    double m_capHeight;
+};
 
 // Paragraphs of a text without a width are as wide as the widest of them, so
 // that centred and right-aligned ones have something to be aligned in.
 double boxWidth(const Session& session, const ScaledText& text) {
-    if (text.width > 0.0) {
-        return text.width;
+    if (text.width() > 0.0) {
+        return text.width();
     }
     double widest = 0.0;
-    for (std::size_t i = 0; i < text.paragraphs.size(); ++i) {
-        render::CRichTextDocument document = render::makeDocument({text.paragraphs[i]});
-        document.tabStopWidth = text.tabStopWidth;
-        const MbRect natural = session.metrics().getDocumentRect(document);
-        const mtext::ParagraphFormat& format = text.formats[i];
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const MbRect natural = session.metrics().getDocumentRect(text.document(i));
+        const mtext::ParagraphFormat format = text.format(i);
         const double indents = static_cast<double>(format.firstLineIndent) + static_cast<double>(format.leftIndent) +
                                static_cast<double>(format.rightIndent);
         widest = std::max(widest, (natural.isEmpty() ? 0.0 : natural.xmax - natural.xmin) + std::max(indents, 0.0));
@@ -71,16 +95,18 @@ double boxWidth(const Session& session, const ScaledText& text) {
 
 // A paragraph has one left edge: that of its first line where it is the only
 // one, that of the others otherwise.
-LaidOutParagraph layOutIndented(Session& session, const ScaledText& text, std::size_t i, double width, LayoutMode mode,
-                                bool& expressed) {
-    const mtext::ParagraphFormat& format = text.formats[i];
+LaidOutParagraph layOutIndented(Session& session, const ScaledText& text, std::size_t i, double width,
+                                const TextLayoutOptions& options, bool& expressed) {
+    const render::CRichTextDocument document = text.document(i);
+    const mtext::ParagraphFormat format = text.format(i);
     const double left = static_cast<double>(format.leftIndent);
     const double first = left + static_cast<double>(format.firstLineIndent);
     const double right = width - static_cast<double>(format.rightIndent);
     const auto between = [&](double edge) {
         // Indents that leave no room leave a capital's.
-        return layOutParagraph(session, text.paragraphs[i], text.tabStopWidth, edge,
-                               edge == 0.0 && right == width ? width : std::max(right, edge + text.capHeight), mode);
+        return layOutParagraph(session, document, edge,
+                               edge == 0.0 && right == width ? width : std::max(right, edge + text.capHeight()),
+                               options);
     };
     LaidOutParagraph paragraph = between(first);
     if (first != left && paragraph.painted.baselines.size() > 1) {
@@ -93,7 +119,7 @@ LaidOutParagraph layOutIndented(Session& session, const ScaledText& text, std::s
 // What moves a paragraph's first baseline from where it stands under the last
 // one of the paragraph above.
 double extraSpacing(const dxf::TextEntity& entity, const ScaledText& text, std::size_t i, double natural) {
-    const mtext::ParagraphFormat& format = text.formats[i];
+    const mtext::ParagraphFormat format = text.format(i);
     double wanted = natural;
     switch (format.lineSpacingKind) {
     case mtext::LineSpacingKind::Multiple:
@@ -107,12 +133,12 @@ double extraSpacing(const dxf::TextEntity& entity, const ScaledText& text, std::
         break;
     case mtext::LineSpacingKind::Default:
         wanted = entity.lineSpacingStyle == dxf::LineSpacingStyle::Exact
-                     ? singleSpacing * text.capHeight * entity.lineSpacingFactor
+                     ? singleSpacing * text.capHeight() * entity.lineSpacingFactor
                      : natural * entity.lineSpacingFactor;
         break;
     }
     return wanted - natural + static_cast<double>(format.spaceBefore) +
-           static_cast<double>(text.formats[i - 1].spaceAfter);
+           static_cast<double>(text.format(i - 1).spaceAfter);
 }
 
 bool hasOwnSpacing(const mtext::ParagraphFormat& format) {
@@ -124,7 +150,7 @@ void stack(const dxf::TextEntity& entity, const ScaledText& text, LaidOutText& l
     for (std::size_t i = 0; i < laidOut.paragraphs.size(); ++i) {
         LaidOutParagraph& paragraph = laidOut.paragraphs[i];
         const std::vector<double>& baselines = paragraph.painted.baselines;
-        if (hasOwnSpacing(text.formats[i]) && baselines.size() > 1) {
+        if (hasOwnSpacing(text.format(i)) && baselines.size() > 1) {
             laidOut.spacingExpressed = false;
         }
         if (i > 0 && !baselines.empty()) {
@@ -139,9 +165,11 @@ void stack(const dxf::TextEntity& entity, const ScaledText& text, LaidOutText& l
 
 // Where ink is aligned, the paragraphs are aligned with one another.
 void alignInk(Session& session, const ScaledText& text, double width, LaidOutText& laidOut) {
-    render::CRichTextDocument document = render::makeDocument(text.paragraphs);
-    document.tabStopWidth = text.tabStopWidth;
-    const auto layouting = session.layoutings().create(document);
+    std::vector<render::CRichTextParagraph> paragraphs;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        paragraphs.push_back(text.paragraph(i));
+    }
+    const auto layouting = session.layoutings().create(text.document(std::move(paragraphs)));
     layouting->setLayoutRect(MbRect(0.0, 0.0, width, 0.0));
     layouting->layout();
     const std::vector<MbRect> unaligned = layouting->getRects();
@@ -161,8 +189,8 @@ void alignInk(Session& session, const ScaledText& text, double width, LaidOutTex
 LaidOutText layOutParagraphs(Session& session, const dxf::TextEntity& entity, const ScaledText& text, double width,
                              const TextLayoutOptions& options) {
     LaidOutText laidOut;
-    for (std::size_t i = 0; i < text.paragraphs.size(); ++i) {
-        laidOut.paragraphs.push_back(layOutIndented(session, text, i, width, options.mode, laidOut.indentsExpressed));
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        laidOut.paragraphs.push_back(layOutIndented(session, text, i, width, options, laidOut.indentsExpressed));
     }
     stack(entity, text, laidOut);
     if (options.mode == LayoutMode::Document && options.alignByInk) {
@@ -194,7 +222,7 @@ LaidOutText layOutText(Session& session, const dxf::PlacedText& placed, const Te
                        const TextLayoutOptions& options) {
     const dxf::TextEntity& entity = *placed.text;
     const double factor = fonts::layoutScale(entity.height);
-    const ScaledText scaledText = scaled(entity, text, factor);
+    const ScaledText scaledText(entity, text, factor);
     const double layoutWidth = boxWidth(session, scaledText);
     LaidOutText laidOut = layOutParagraphs(session, entity, scaledText, layoutWidth, options);
     for (LaidOutParagraph& paragraph : laidOut.paragraphs) {

@@ -23,6 +23,7 @@ enum class LayoutMode {
 struct TextLayoutOptions {
     LayoutMode mode = LayoutMode::Document;
     bool alignByInk = false; // Document: align the paragraphs' ink rather than their boxes
+    PaintDetail detail = PaintDetail::Shapes;
 };
 
 // A glyph cluster as the library places it.
@@ -43,8 +44,8 @@ struct LaidOutParagraph {
     MbCartPoint origin; // where `painted` stands in the text's frame
     double height = 0.0;
     PaintedParagraph painted;
-    std::vector<LaidOutCluster> clusters; // in mode Clusters
-    std::vector<MbRect> underlines;       // in mode Clusters; in the text's frame
+    std::vector<LaidOutCluster> clusters; // in mode Clusters, unless only lines are wanted
+    std::vector<MbRect> underlines;       // the same; in the text's frame
 };
 
 // One text of a drawing, laid out. Lengths are drawing units; the text's frame

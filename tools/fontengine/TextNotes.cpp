@@ -1,7 +1,6 @@
 #include "TextNotes.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iostream>
 #include <sstream>
 
@@ -69,34 +68,15 @@ void reportMissing(const TextNotes& notes) {
     std::cout << '\n';
 }
 
-// Alignment within a line shows where a line holds text of different heights.
-bool mixesHeights(const PaintedParagraph& paragraph) {
-    constexpr double sameHeight = 1e-3; // the reader of contents takes no smaller difference for one
-    const PaintedRun* first = nullptr;  // of the line
-    for (const PaintedRun& run : paragraph.runs) {
-        const bool hasInk = std::any_of(run.glyphs.begin(), run.glyphs.end(),
-                                        [](const PaintedGlyph& glyph) { return glyph.shape.has_value(); });
-        if (!hasInk) {
-            continue;
-        }
-        if (first == nullptr || first->baseline != run.baseline) {
-            first = &run;
-        } else if (std::abs(first->capSize - run.capSize) > sameHeight * std::max(first->capSize, run.capSize)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool isExpressed(mtext::DiagnosticCode code, const LaidOutText& text) {
     switch (code) {
     case mtext::DiagnosticCode::ParagraphIndent:
         return text.indentsExpressed;
     case mtext::DiagnosticCode::ParagraphSpacing:
         return text.spacingExpressed;
-    case mtext::DiagnosticCode::InlineAlignment:
+    case mtext::DiagnosticCode::InlineAlignment: // Shows where a line holds text of different heights.
         return std::none_of(text.paragraphs.begin(), text.paragraphs.end(),
-                            [](const LaidOutParagraph& paragraph) { return mixesHeights(paragraph.painted); });
+                            [](const LaidOutParagraph& paragraph) { return paragraph.painted.mixesHeights; });
     default:
         return false;
     }
@@ -152,7 +132,7 @@ std::vector<char32_t> missingCharacters(const LaidOutText& text) {
 
 bool showsNothing(const LaidOutText& text) {
     return text.ink.isEmpty() && std::all_of(text.paragraphs.begin(), text.paragraphs.end(),
-                                             [](const LaidOutParagraph& p) { return p.painted.bars.empty(); });
+                                             [](const LaidOutParagraph& p) { return !p.painted.hasBars; });
 }
 
 void report(const TextNotes& notes) {

@@ -7,6 +7,11 @@
 
 namespace dxf {
 
+/// False for the definition of an attribute, which in a block is shown by the attributes of its references.
+inline bool isShownInBlocks(const TextEntity& text) {
+    return text.kind != TextKind::AttDef || text.constant;
+}
+
 /// Which blocks show texts, through references too. Drawings hold hundreds of thousands of references to symbols
 /// without a letter; keeping them would make memory grow with the file.
 class BlockContents {

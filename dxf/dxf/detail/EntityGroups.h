@@ -28,6 +28,9 @@ public:
     /// Application of the extended data being read; empty outside extended data.
     [[nodiscard]] const std::string& application() const noexcept { return m_application; }
 
+    /// Adds a chunk to the entity's text. Throws Error (TextLengthLimit).
+    void append(std::wstring& content, const Pair& pair) const;
+
     void store(TextEntity& text) const;
     void store(Insert& insert) const;
 

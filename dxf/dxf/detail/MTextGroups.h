@@ -2,14 +2,16 @@
 
 #include <dxf/PairReader.h>
 #include <dxf/TextEntity.h>
+#include <dxf/detail/EntityGroups.h>
 
 #include <string>
 #include <string_view>
 
 namespace dxf {
 
-/// Takes a group of an MTEXT, whether an entity or embedded in an attribute. False: no group of an MTEXT.
-bool takeMTextGroup(const Pair& pair, TextEntity& text);
+/// Takes a group of an MTEXT, whether an entity or embedded in an attribute. False: no group of an MTEXT. `groups`:
+/// those of the entity.
+bool takeMTextGroup(const Pair& pair, const EntityGroups& groups, TextEntity& text);
 
 /// The object inside an MTEXT of newer drawings: its columns, and its placement once more.
 void takeEmbeddedColumns(const Pair& pair, TextEntity& text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <dxf/Drawing.h>
+#include <dxf/Limits.h>
 #include <dxf/PairReader.h>
 
 #include <memory>
@@ -26,6 +27,7 @@ struct EntityPlace {
     std::uint64_t line = 0;
     std::wstring block; ///< Widened name of the block being defined; empty outside blocks.
     bool paperSpace = false;
+    std::size_t textLength = Limits::none; ///< Limit of characters.
 };
 
 /// Readers for what the drawing's tables hold, by record type ("STYLE"); null for records that say nothing of texts.
