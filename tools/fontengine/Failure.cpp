@@ -1,6 +1,8 @@
 #include "Failure.h"
 
+#include <algorithm>
 #include <exception>
+#include <iostream>
 #include <new>
 
 #include <Common/Violations.h>
@@ -23,6 +25,12 @@ std::string describeFailure() {
     } catch (...) {
         return "the program is at fault; please report this drawing";
     }
+}
+
+void complain(std::string message) {
+    std::replace_if(
+        message.begin(), message.end(), [](unsigned char c) { return c < ' ' || c == '\x7F'; }, '?');
+    std::cerr << "fontengine: " << message << '\n';
 }
 
 } // namespace tool

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "DrawingLayout.h"
+#include "Failure.h"
 #include "JsonReport.h"
 #include "LayoutPaths.h"
 #include "OutputFile.h"
@@ -146,7 +147,7 @@ std::optional<dxf::Drawing> tryRead(const std::string& path, const dxf::Limits& 
         requireWithin(limits, path, drawing);
         return drawing;
     } catch (const InputError& error) {
-        std::cerr << "fontengine: " << error.what() << '\n';
+        complain(error.what());
         if (json != nullptr) {
             json->addUnusable(path, error.what());
         }

@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <iostream>
 #include <optional>
 #include <string>
 
@@ -55,13 +53,6 @@ ExitCode run(int argc, char** argv) {
     return code;
 }
 
-// In one line, whatever characters the name of a file has.
-void complain(std::string message) {
-    std::replace_if(
-        message.begin(), message.end(), [](unsigned char c) { return c < ' ' || c == '\x7F'; }, '?');
-    std::cerr << "fontengine: " << message << '\n';
-}
-
 } // namespace
 
 // Every failure ends in one line on standard error that says what to do.
@@ -72,10 +63,10 @@ int main(int argc, char** argv) {
     try {
         code = run(argc, argv);
     } catch (const tool::InputError& error) {
-        complain(error.what());
+        tool::complain(error.what());
         code = error.code();
     } catch (...) {
-        complain(tool::describeFailure());
+        tool::complain(tool::describeFailure());
     }
     return static_cast<int>(code);
 }
