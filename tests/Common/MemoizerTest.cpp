@@ -1,4 +1,5 @@
 #include "OverlapDetector.h"
+#include "Rendezvous.h"
 
 #include <Common/Memoizer.h>
 #include <Common/Violations.h>
@@ -8,7 +9,6 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
-#include <latch>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -190,11 +190,11 @@ TEST(Memoizer, ComputesOneValueAtATimeWhateverTheThreads) {
             return std::to_string(number);
         },
         [](const int& number) { return static_cast<std::size_t>(number); });
-    std::latch start(4);
+    Rendezvous start(4);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([&, thread] {
-            start.arrive_and_wait();
+            start.meet();
             for (int key = 0; key < 10; ++key) {
                 (void)memoizer.get(10 * thread + key);
             }
@@ -209,11 +209,11 @@ TEST(Memoizer, ComputesOneValueAtATimeWhateverTheThreads) {
 TEST(Memoizer, KnownValuesAreHandedOutWhileOthersAreEvicted) {
     // References hold until the next eviction only, so nothing is read through them.
     Counted counted(4);
-    std::latch start(4);
+    Rendezvous start(4);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([&, thread] {
-            start.arrive_and_wait();
+            start.meet();
             for (int i = 0; i < 2000; ++i) {
                 (void)counted.memoizer.get((i * (thread + 1)) % 7);
             }

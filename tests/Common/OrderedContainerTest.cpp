@@ -1,3 +1,5 @@
+#include "Rendezvous.h"
+
 #include <Common/OrderedContainer.h>
 #include <Common/Violations.h>
 
@@ -5,9 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
-#include <barrier>
 #include <cstddef>
-#include <latch>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -155,7 +155,7 @@ TEST(OrderedContainer, ACopyIsReadInOrderWhileItsSourceIsReadOnAnotherThread) {
     }
     const Container source(std::move(items), std::move(positions));
 
-    std::latch start(3);
+    Rendezvous start(3);
     int wrong[3] = {};
     const auto readAll = [](const Container& read, int& failures) {
         for (std::int32_t i = 0; i < 200; ++i) {
@@ -163,14 +163,14 @@ TEST(OrderedContainer, ACopyIsReadInOrderWhileItsSourceIsReadOnAnotherThread) {
         }
     };
     std::thread first([&] {
-        start.arrive_and_wait();
+        start.meet();
         readAll(source, wrong[0]);
     });
     std::thread second([&] {
-        start.arrive_and_wait();
+        start.meet();
         readAll(source, wrong[1]);
     });
-    start.arrive_and_wait();
+    start.meet();
     const Container copy(source);
     readAll(copy, wrong[2]);
     first.join();
@@ -201,13 +201,13 @@ bool isInOrder(const std::vector<UUID>& keys) {
 TEST(OrderedContainer, ThreadsThatAreTheFirstToReadAllFindItsOrder) {
     const std::vector<Container> containers = unreadContainers(200);
     constexpr int threadCount = 3;
-    std::barrier round(threadCount);
+    Rendezvous round(threadCount);
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads;
     for (int thread = 0; thread < threadCount; ++thread) {
         threads.emplace_back([&] {
             for (const Container& unread : containers) {
-                round.arrive_and_wait();
+                round.meet();
                 wrong += isInOrder(unread.orderedKeys()) ? 0 : 1;
             }
         });
@@ -220,16 +220,16 @@ TEST(OrderedContainer, ThreadsThatAreTheFirstToReadAllFindItsOrder) {
 
 TEST(OrderedContainer, CopiesTakenWhileItIsReadForTheFirstTimeAreInOrder) {
     const std::vector<Container> containers = unreadContainers(200);
-    std::barrier round(2);
+    Rendezvous round(2);
     int wrong = 0;
     std::thread reader([&] {
         for (const Container& unread : containers) {
-            round.arrive_and_wait();
+            round.meet();
             (void)unread.orderedKeys();
         }
     });
     for (const Container& unread : containers) {
-        round.arrive_and_wait();
+        round.meet();
         const Container copy(unread);
         wrong += isInOrder(copy.orderedKeys()) ? 0 : 1;
     }

@@ -1,11 +1,11 @@
 #include "../Common/OverlapDetector.h"
+#include "../Common/Rendezvous.h"
 #include "RecordingSink.h"
 
 #include <oslayer/Logger.h>
 
 #include <gtest/gtest.h>
 
-#include <latch>
 #include <memory>
 #include <string>
 #include <thread>
@@ -81,11 +81,11 @@ TEST(Logger, RecordsOfAllThreadsReachTheSinkOneAtATime) {
 TEST(Logger, TheSinkIsNeverEnteredByTwoThreadsAtOnce) {
     OverlapDetector sink;
     CLogger::Sink former = CLogger::instance().setSink([&](std::int32_t, const std::string&) { sink.pass(); });
-    std::latch start(4);
+    Rendezvous start(4);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([&] {
-            start.arrive_and_wait();
+            start.meet();
             for (int i = 0; i < 10; ++i) {
                 const SLogRecord record(1, "text");
             }
@@ -101,17 +101,17 @@ TEST(Logger, TheSinkIsNeverEnteredByTwoThreadsAtOnce) {
 TEST(Logger, ASinkThatIsReplacedHasSeenTheLastOfItsRecords) {
     // A record that came after would find the counter it was given destroyed.
     CLogger::Sink former = CLogger::instance().setSink(nullptr);
-    std::latch start(3);
+    Rendezvous start(3);
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 2; ++thread) {
         threads.emplace_back([&] {
-            start.arrive_and_wait();
+            start.meet();
             for (int i = 0; i < 500; ++i) {
                 const SLogRecord record(1, "text");
             }
         });
     }
-    start.arrive_and_wait();
+    start.meet();
     for (int i = 0; i < 500; ++i) {
         auto count = std::make_unique<int>(0);
         CLogger::instance().setSink([seen = count.get()](std::int32_t, const std::string&) { ++*seen; });
