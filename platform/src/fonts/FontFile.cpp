@@ -11,7 +11,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 #include <utility>
 
@@ -92,7 +91,7 @@ bool FontFile::isUnchanged() const {
 
 bool FontFile::copy(std::uint64_t offset, std::size_t length, char* to) const noexcept {
     if (offset + length <= m_start.size()) {
-        std::memcpy(to, m_start.data() + offset, length);
+        std::copy_n(m_start.data() + offset, length, to); // Of an empty file neither has an address.
         return true;
     }
     while (length > 0) {
