@@ -12,7 +12,10 @@
 #include <FontEngine/IFontEngine.h>
 #include <FontEngine/IRichTextDocumentLayouting.h>
 #include <FontEngine/ITextMetrics.h>
+#include <FontEngine/IOutlineSink.h>
 #include <FontEngine/LayoutScale.h>
+#include <FontEngine/ParagraphLayout.h>
+#include <FontEngine/ParagraphLayoutOptions.h>
 #include <FontEngine/RichTextDocumentLayoutingFactory.h>
 #include <FontEngine/RichTextDocumentProcessor.h>
 #include <FontEngine/TextUtils.h>
