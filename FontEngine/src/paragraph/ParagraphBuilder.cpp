@@ -8,6 +8,7 @@
 #include <Common/Guards.h>
 #include <oslayer/checkHResult.h>
 
+#include "ClusterTable.h"
 #include "LineStacking.h"
 #include "PlatformParagraph.h"
 #include "RunRecorder.h"
@@ -40,33 +41,6 @@ std::vector<DWRITE_LINE_METRICS> lineMetricsOf(IDWriteTextLayout* pLayout) {
     return lines;
 }
 
-// The edges of a stretch of one line's text: all boxes that it fills.
-std::pair<double, double> edgesOf(IDWriteTextLayout* pLayout, const render::TextRange& range,
-                                  std::vector<DWRITE_HIT_TEST_METRICS>& room) {
-    if (range.length == 0) {
-        FLOAT x = 0.0F;
-        FLOAT y = 0.0F;
-        DWRITE_HIT_TEST_METRICS metrics = {};
-        OSLAYER_CHECK(pLayout->HitTestTextPosition(range.startPosition, FALSE, &x, &y, &metrics));
-        return {static_cast<double>(x), static_cast<double>(x)};
-    }
-    UINT32 count = 0;
-    room.resize(std::max<std::size_t>(room.size(), 1));
-    HRESULT hr = pLayout->HitTestTextRange(range.startPosition, range.length, 0.0F, 0.0F, room.data(),
-                                           static_cast<UINT32>(room.size()), &count);
-    if (hr == E_NOT_SUFFICIENT_BUFFER) {
-        room.resize(count);
-        hr = pLayout->HitTestTextRange(range.startPosition, range.length, 0.0F, 0.0F, room.data(), count, &count);
-    }
-    OSLAYER_CHECK(hr);
-    MbRect edges;
-    for (UINT32 i = 0; i < count; ++i) {
-        edges.IncludeX(static_cast<double>(room[i].left));
-        edges.IncludeX(static_cast<double>(room[i].left) + static_cast<double>(room[i].width));
-    }
-    return {edges.xmin, edges.xmax};
-}
-
 class ParagraphBuilder {
 public:
     ParagraphBuilder(const render::CRichTextParagraph& paragraph, IFontEngine& engine,
@@ -80,19 +54,20 @@ public:
         for (const render::SRichTextToken& token : paragraph.tokens) {
             m_data->families.push_back(token.fontFamily);
         }
-        m_isUnevenlyAligned = paragraph.alignment == render::eRichTextParagraphAlignment::Justify;
+        m_alignment = paragraph.alignment;
         m_verticalAlignment = paragraph.verticalAlignment;
     }
 
     std::shared_ptr<const SParagraphLayoutData> build() {
         takeBox();
         makeLines();
+        const CClusterTable table(m_platform.pLayout);
         if (m_options.detail == EParagraphDetail::All) {
-            makeClusters();
+            makeClusters(table);
         }
-        draw();
+        draw(table);
         if (m_options.detail == EParagraphDetail::All) {
-            placeOtherClusters();
+            placeOtherClusters(table);
             linkLines();
         }
         if (m_data->text.empty()) {
@@ -121,7 +96,6 @@ private:
     void makeLines() {
         double top = -static_cast<double>(m_metrics.top);
         std::uint32_t position = 0;
-        std::vector<DWRITE_HIT_TEST_METRICS> room;
         for (const DWRITE_LINE_METRICS& metrics : lineMetricsOf(m_platform.pLayout)) {
             SLine& line = m_data->lines.emplace_back();
             line.range = {position, metrics.length};
@@ -131,58 +105,98 @@ private:
             line.baseline = top - static_cast<double>(metrics.baseline);
             top -= static_cast<double>(metrics.height);
             line.bottom = top;
-            const auto [left, right] =
-                edgesOf(m_platform.pLayout, {position, metrics.length - metrics.trailingWhitespaceLength}, room);
-            line.left = scale() * left;
-            line.width = scale() * (right - left);
             position += metrics.length;
         }
     }
 
-    void makeClusters() {
-        const std::vector<DWRITE_CLUSTER_METRICS> metrics = clusterMetricsOf(m_platform.pLayout);
-        m_data->clusters.reserve(metrics.size());
-        std::uint32_t position = 0;
+    void makeClusters(const CClusterTable& table) {
+        m_data->clusters.reserve(table.size());
         std::uint32_t line = 0;
-        for (const DWRITE_CLUSTER_METRICS& measured : metrics) {
-            while (line + 1 < m_data->lines.size() && m_data->lines[line + 1].range.startPosition <= position) {
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            const std::uint32_t start = table.start(i);
+            while (line + 1 < m_data->lines.size() && m_data->lines[line + 1].range.startPosition <= start) {
                 ++line;
             }
+            const DWRITE_CLUSTER_METRICS& metrics = table.at(i);
             SCluster& cluster = m_data->clusters.emplace_back();
-            cluster.range = {position, measured.length};
+            cluster.range = {start, metrics.length};
             cluster.line = line;
-            cluster.isBlank = measured.isWhitespace != 0;
-            cluster.isNewline = measured.isNewline != 0;
-            cluster.isRightToLeft = measured.isRightToLeft != 0;
-            cluster.canBreakAfter = measured.canWrapLineAfter != 0;
-            cluster.rect = MbRect(0.0, m_data->lines[line].bottom, 0.0, m_data->lines[line].top);
-            position += measured.length;
+            cluster.isBlank = metrics.isWhitespace != 0;
+            cluster.isNewline = metrics.isNewline != 0;
+            cluster.isRightToLeft = metrics.isRightToLeft != 0;
+            cluster.canBreakAfter = metrics.canWrapLineAfter != 0;
+            // No edges yet: drawing tells them.
+            cluster.rect.ymin = m_data->lines[line].bottom;
+            cluster.rect.ymax = m_data->lines[line].top;
         }
     }
 
-    void draw() {
+    void draw(const CClusterTable& table) {
         const oslayer::com_ptr<ID2D1Factory> pGeometryFactory = createGeometryFactory();
-        CRunRecorder recorder(*m_data, m_platform, m_formats, m_options, pGeometryFactory);
+        CRunRecorder recorder(*m_data, m_platform, table, m_formats, m_options, pGeometryFactory);
         OSLAYER_CHECK(m_platform.pLayout->Draw(nullptr, &recorder, 0.0F, 0.0F));
         recorder.finish();
-        m_lineInk = recorder.lineInk();
-    }
-
-    // Newlines, tabs, controls, inline boxes.
-    void placeOtherClusters() {
-        for (SCluster& cluster : m_data->clusters) {
-            if (cluster.run != noIndex) {
-                continue;
-            }
-            FLOAT x = 0.0F;
-            FLOAT y = 0.0F;
-            DWRITE_HIT_TEST_METRICS metrics = {};
-            OSLAYER_CHECK(
-                m_platform.pLayout->HitTestTextPosition(cluster.range.startPosition, FALSE, &x, &y, &metrics));
-            cluster.rect.xmin = scale() * static_cast<double>(metrics.left);
-            cluster.rect.xmax = scale() * (static_cast<double>(metrics.left) + static_cast<double>(metrics.width));
+        for (std::size_t i = 0; i < m_data->lines.size(); ++i) {
+            const CRunRecorder::DrawnLine& drawn = recorder.lines()[i];
+            placeLine(m_data->lines[i], drawn, table);
+            m_lineInk.push_back(drawn.ink);
         }
     }
+
+    // Where the platform draws all that a line holds, its edges are those. Where it leaves out blanks, they stand
+    // before what it draws.
+    void placeLine(SLine& line, const CRunRecorder::DrawnLine& drawn, const CClusterTable& table) const {
+        const std::uint32_t contentEnd = line.range.startPosition + line.range.length - line.trailingBlanks;
+        if (drawn.units > 0 && drawn.units == contentEnd - line.range.startPosition) {
+            line.left = drawn.left;
+            line.width = drawn.right - drawn.left;
+            return;
+        }
+        for (std::size_t i = table.firstFrom(line.range.startPosition); i < table.size() && table.start(i) < contentEnd;
+             ++i) {
+            line.width += scale() * table.width(i);
+        }
+        if (drawn.units == 0) {
+            line.left = leftOf(line.width);
+        } else {
+            line.left = m_options.direction == EReadingDirection::RightToLeft ? drawn.left : drawn.right - line.width;
+        }
+    }
+
+    // Where a line of which nothing is drawn begins.
+    double leftOf(double width) const {
+        const double room = scale() * static_cast<double>(m_metrics.layoutWidth) - width;
+        const bool isReversed = m_options.direction == EReadingDirection::RightToLeft;
+        switch (m_alignment) {
+        case render::eRichTextParagraphAlignment::Right:
+            return isReversed ? 0.0 : room;
+        case render::eRichTextParagraphAlignment::Center:
+            return room / 2.0;
+        default:
+            return isReversed ? room : 0.0;
+        }
+    }
+
+    // What the platform did not draw (on Windows tabs and newlines) stands beside its neighbour of the same direction.
+    void placeOtherClusters(const CClusterTable& table) {
+        for (std::size_t i = 0; i < table.size(); ++i) {
+            SCluster& cluster = m_data->clusters[i];
+            if (cluster.rect.xmin > cluster.rect.xmax) {
+                const double width = scale() * table.width(i);
+                const bool continues = i > 0 && m_data->clusters[i - 1].line == cluster.line;
+                const double edge = continues               ? edgeBehind(m_data->clusters[i - 1])
+                                    : cluster.isRightToLeft ? lineEnd(cluster.line)
+                                                            : m_data->lines[cluster.line].left;
+                cluster.rect.xmin = cluster.isRightToLeft ? edge - width : edge;
+                cluster.rect.xmax = cluster.rect.xmin + width;
+            }
+        }
+    }
+
+    static double edgeBehind(const SCluster& cluster) {
+        return cluster.isRightToLeft ? cluster.rect.xmin : cluster.rect.xmax;
+    }
+    double lineEnd(std::uint32_t line) const { return m_data->lines[line].left + m_data->lines[line].width; }
 
     void linkLines() {
         for (std::uint32_t i = 0; i < m_data->clusters.size(); ++i) {
@@ -218,7 +232,7 @@ private:
         const bool isWrapped = std::any_of(m_data->lines.begin(), m_data->lines.end(), [this](const SLine& line) {
             return line.newline == 0 && &line != &m_data->lines.back();
         });
-        if (!isWrapped && !m_isUnevenlyAligned) {
+        if (!isWrapped && m_alignment != render::eRichTextParagraphAlignment::Justify) {
             return m_data->box.xmax - m_data->box.xmin;
         }
         OSLAYER_CHECK(m_platform.pLayout->SetWordWrapping(DWRITE_WORD_WRAPPING_NO_WRAP));
@@ -232,7 +246,7 @@ private:
     CTokenFormats m_formats;
     SPlatformParagraph m_platform;
     std::shared_ptr<SParagraphLayoutData> m_data;
-    bool m_isUnevenlyAligned = false;
+    render::eRichTextParagraphAlignment m_alignment{};
     render::eRichTextParagraphVerticalAlignment m_verticalAlignment{};
     DWRITE_TEXT_METRICS m_metrics{};
     std::vector<MbRect> m_lineInk;

@@ -8,6 +8,8 @@
 #include <FontEngine/RichTextDocumentProcessor.h>
 #include <oslayer/checkHResult.h>
 
+#include "ClusterTable.h"
+
 namespace fonts {
 
 namespace {
@@ -118,21 +120,18 @@ void widenClusters(SPlatformParagraph& result, const std::wstring& text, const S
                    const CTokenFormats& formats) {
     const oslayer::com_ptr<IDWriteTextLayout1> pLater = laterLayout(result.pLayout);
     result.widening.assign(text.length(), 0.0F);
-    std::uint32_t position = 0;
+    const CClusterTable clusters(result.pLayout);
     std::size_t nextBox = 0;
-    for (const DWRITE_CLUSTER_METRICS& cluster : clusterMetricsOf(result.pLayout)) {
-        const std::uint32_t start = position;
-        position += cluster.length;
-        if (start >= text.length() || cluster.isNewline || text[start] == L'\t' ||
-            isInBox(options.inlineBoxes, nextBox, start)) {
+    for (std::size_t i = 0; i < clusters.size() && clusters.start(i) < text.length(); ++i) {
+        const std::uint32_t start = clusters.start(i);
+        if (clusters.at(i).isNewline || text[start] == L'\t' || isInBox(options.inlineBoxes, nextBox, start)) {
             continue;
         }
         const SRunFormat& format = formats.format(formats.tokenAt(start));
-        const auto lacking =
-            static_cast<FLOAT>((format.widthFactor - 1.0) * static_cast<double>(cluster.width) + format.tracking);
+        const auto lacking = static_cast<FLOAT>((format.widthFactor - 1.0) * clusters.width(i) + format.tracking);
         if (lacking != 0.0F) {
             result.widening[start] = lacking;
-            OSLAYER_CHECK(pLater->SetCharacterSpacing(0.0F, lacking, 0.0F, {start, cluster.length}));
+            OSLAYER_CHECK(pLater->SetCharacterSpacing(0.0F, lacking, 0.0F, {start, clusters.at(i).length}));
         }
     }
 }
@@ -145,20 +144,6 @@ render::CRichTextParagraph withBlank(const render::CRichTextParagraph& paragraph
 }
 
 } // namespace
-
-std::vector<DWRITE_CLUSTER_METRICS> clusterMetricsOf(IDWriteTextLayout* pLayout) {
-    UINT32 count = 0;
-    // The first call has no room and asks for the number.
-    const HRESULT hr = pLayout->GetClusterMetrics(nullptr, 0, &count);
-    if (hr != E_NOT_SUFFICIENT_BUFFER) {
-        OSLAYER_CHECK(hr);
-    }
-    std::vector<DWRITE_CLUSTER_METRICS> clusters(count);
-    if (count > 0) {
-        OSLAYER_CHECK(pLayout->GetClusterMetrics(clusters.data(), count, &count));
-    }
-    return clusters;
-}
 
 SPlatformParagraph makePlatformParagraph(const render::CRichTextParagraph& paragraph, IFontEngine& engine,
                                          const SParagraphLayoutOptions& options, const CTokenFormats& formats) {

@@ -28,7 +28,4 @@ struct SPlatformParagraph {
 SPlatformParagraph makePlatformParagraph(const render::CRichTextParagraph& paragraph, IFontEngine& engine,
                                          const SParagraphLayoutOptions& options, const CTokenFormats& formats);
 
-// All clusters, in the order of the text.
-std::vector<DWRITE_CLUSTER_METRICS> clusterMetricsOf(IDWriteTextLayout* pLayout);
-
 } // namespace fonts

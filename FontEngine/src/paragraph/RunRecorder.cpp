@@ -38,10 +38,11 @@ double sumOf(const FLOAT* begin, const FLOAT* end) {
 
 } // namespace
 
-CRunRecorder::CRunRecorder(SParagraphLayoutData& data, const SPlatformParagraph& platform, const CTokenFormats& formats,
-                           const SParagraphLayoutOptions& options, const oslayer::com_ptr<ID2D1Factory>& d2dFactory)
-    : m_data(data), m_platform(platform), m_formats(formats), m_options(options), m_d2dFactory(d2dFactory),
-      m_lineInk(data.lines.size()), m_hasBaseline(data.lines.size()) {}
+CRunRecorder::CRunRecorder(SParagraphLayoutData& data, const SPlatformParagraph& platform, const CClusterTable& table,
+                           const CTokenFormats& formats, const SParagraphLayoutOptions& options,
+                           const oslayer::com_ptr<ID2D1Factory>& d2dFactory)
+    : m_data(data), m_platform(platform), m_table(table), m_formats(formats), m_options(options),
+      m_d2dFactory(d2dFactory), m_lines(data.lines.size()) {}
 
 HRESULT CRunRecorder::QueryInterface(REFIID riid, void** object) {
     const bool isKnown =
@@ -70,11 +71,12 @@ HRESULT CRunRecorder::GetPixelsPerDip(void*, FLOAT* pixelsPerDip) {
 HRESULT CRunRecorder::DrawGlyphRun(void*, FLOAT x, FLOAT y, DWRITE_MEASURING_MODE, const DWRITE_GLYPH_RUN* glyphRun,
                                    const DWRITE_GLYPH_RUN_DESCRIPTION* description, IUnknown*) {
     const std::uint32_t line = lineAt(description->textPosition);
-    if (!m_hasBaseline[line]) {
-        m_hasBaseline[line] = 1;
+    if (!m_lines[line].hasBaseline) {
+        m_lines[line].hasBaseline = true;
         m_data.lines[line].baseline = -static_cast<double>(y);
     }
     if (glyphRun->glyphCount == 0) {
+        placeBlanks(*glyphRun, *description, m_formats.commonFactor() * static_cast<double>(x));
         return S_OK;
     }
     m_missing.add(*glyphRun, *description);
@@ -88,7 +90,7 @@ HRESULT CRunRecorder::DrawGlyphRun(void*, FLOAT x, FLOAT y, DWRITE_MEASURING_MOD
         if (FAILED(whole.hr)) {
             return whole.hr;
         }
-        m_lineInk[line] |= whole.bounds;
+        m_lines[line].ink |= whole.bounds;
     }
     // The bounds of a whole run are those of its only piece. A run without ink has no piece with any.
     const bool isKnown = isWhole && (pieces.size() == 1 || whole.bounds.isEmpty());
@@ -99,7 +101,7 @@ HRESULT CRunRecorder::DrawGlyphRun(void*, FLOAT x, FLOAT y, DWRITE_MEASURING_MOD
             return hr;
         }
         if (!isWhole) {
-            m_lineInk[line] |= ink;
+            m_lines[line].ink |= ink;
         }
     }
     return S_OK;
@@ -125,8 +127,8 @@ HRESULT CRunRecorder::DrawStrikethrough(void*, FLOAT x, FLOAT y, const DWRITE_ST
     return S_OK;
 }
 
-HRESULT CRunRecorder::DrawInlineObject(void*, FLOAT x, FLOAT y, IDWriteInlineObject* inlineObject, BOOL, BOOL,
-                                       IUnknown*) {
+HRESULT CRunRecorder::DrawInlineObject(void*, FLOAT x, FLOAT y, IDWriteInlineObject* inlineObject, BOOL,
+                                       BOOL isRightToLeft, IUnknown*) {
     const auto box = std::find_if(m_platform.boxes.begin(), m_platform.boxes.end(),
                                   [inlineObject](const auto& candidate) { return candidate.get() == inlineObject; });
     if (box == m_platform.boxes.end()) {
@@ -136,8 +138,12 @@ HRESULT CRunRecorder::DrawInlineObject(void*, FLOAT x, FLOAT y, IDWriteInlineObj
     const SInlineBox& asked = m_options.inlineBoxes[index];
     const double left = m_formats.commonFactor() * static_cast<double>(x);
     const double top = -static_cast<double>(y);
-    m_data.inlineBoxes.push_back({index, MbRect(left, top - (asked.ascent + asked.descent), left + asked.width, top),
-                                  lineAt(asked.range.startPosition)});
+    const std::uint32_t line = lineAt(asked.range.startPosition);
+    m_data.inlineBoxes.push_back(
+        {index, MbRect(left, top - (asked.ascent + asked.descent), left + asked.width, top), line});
+    if (const std::size_t cluster = m_table.firstFrom(asked.range.startPosition); cluster < m_table.size()) {
+        placeCluster(line, cluster, left, left + asked.width, isRightToLeft != FALSE);
+    }
     return S_OK;
 }
 
@@ -153,7 +159,7 @@ void CRunRecorder::finish() {
             bar.token = stretch->token;
         }
         bar.rect.Move(0.0, m_formats.format(bar.token).baselineShift);
-        m_lineInk[bar.line] |= bar.rect;
+        m_lines[bar.line].ink |= bar.rect;
         m_data.bars.push_back(bar);
     }
     m_data.missing = m_missing.take();
@@ -228,16 +234,15 @@ HRESULT CRunRecorder::addPiece(const Piece& piece, const DWRITE_GLYPH_RUN& drawn
         run.ink = outline.bounds;
     }
     ink = run.ink;
-    if (m_options.detail == EParagraphDetail::Lines) {
-        return S_OK;
+    if (m_options.detail == EParagraphDetail::All) {
+        run.face = faceIndex(drawn.fontFace);
+        addGlyphs(run, drawn, startX);
+        if (const HRESULT hr = noteInk(run, drawn); FAILED(hr)) {
+            return hr;
+        }
+        m_data.runs.push_back(run);
     }
-    run.face = faceIndex(drawn.fontFace);
-    addGlyphs(run, drawn, startX);
-    if (const HRESULT hr = noteInk(run, drawn); FAILED(hr)) {
-        return hr;
-    }
-    placeClusters(run, static_cast<std::uint32_t>(m_data.runs.size()), piece, description);
-    m_data.runs.push_back(run);
+    placeClusters(run, piece, description);
     return S_OK;
 }
 
@@ -293,38 +298,62 @@ HRESULT CRunRecorder::noteInk(const SRun& run, const DWRITE_GLYPH_RUN& drawn) {
     return S_OK;
 }
 
-void CRunRecorder::placeClusters(const SRun& run, std::uint32_t runIndex, const Piece& piece,
-                                 const DWRITE_GLYPH_RUN_DESCRIPTION& description) {
-    double pen = run.isRightToLeft() ? run.origin.x + run.width : run.origin.x;
-    auto cluster = std::partition_point(
-        m_data.clusters.begin(), m_data.clusters.end(),
-        [start = run.range.startPosition](const SCluster& candidate) { return candidate.range.startPosition < start; });
+void CRunRecorder::placeBlanks(const DWRITE_GLYPH_RUN& run, const DWRITE_GLYPH_RUN_DESCRIPTION& description, double x) {
+    const bool isRightToLeft = (run.bidiLevel & 1U) != 0;
+    const std::uint32_t line = lineAt(description.textPosition);
+    const std::uint32_t end = description.textPosition + description.stringLength;
+    for (std::size_t i = m_table.firstFrom(description.textPosition); i < m_table.size() && m_table.start(i) < end;
+         ++i) {
+        const double next = x + (isRightToLeft ? -1.0 : 1.0) * m_formats.commonFactor() * m_table.width(i);
+        placeCluster(line, i, std::min(x, next), std::max(x, next), isRightToLeft);
+        x = next;
+    }
+}
+
+void CRunRecorder::placeClusters(const SRun& run, const Piece& piece, const DWRITE_GLYPH_RUN_DESCRIPTION& description) {
+    double x = run.isRightToLeft() ? run.origin.x + run.width : run.origin.x;
+    std::size_t index = m_table.firstFrom(run.range.startPosition);
     for (UINT32 at = piece.textBegin; at < piece.textEnd;) {
         const UINT32 end = clusterEnd(description, at);
-        const UINT32 first = run.firstGlyph + description.clusterMap[at] - piece.glyphBegin;
-        const UINT32 last = end < piece.textEnd ? run.firstGlyph + description.clusterMap[end] - piece.glyphBegin
-                                                : run.firstGlyph + run.glyphCount;
-        double width = 0.0;
-        bool hasInk = false;
-        for (UINT32 i = first; i < last; ++i) {
-            width += m_data.glyphs[i].advance;
-            hasInk = hasInk || m_data.glyphs[i].hasInk;
+        const UINT32 first = description.clusterMap[at] - piece.glyphBegin;
+        const UINT32 last =
+            end < piece.textEnd ? description.clusterMap[end] - piece.glyphBegin : piece.glyphEnd - piece.glyphBegin;
+        const double width = run.widthFactor * sumOf(m_advances.data() + first, m_advances.data() + last);
+        const double next = run.isRightToLeft() ? x - width : x + width;
+        const std::uint32_t start = description.textPosition + at;
+        while (index < m_table.size() && m_table.start(index) < start) {
+            ++index;
         }
-        const double left = run.isRightToLeft() ? pen - width : pen;
-        pen = run.isRightToLeft() ? left : pen + width;
-        while (cluster != m_data.clusters.end() && cluster->range.startPosition < description.textPosition + at) {
-            ++cluster;
+        if (index < m_table.size() && m_table.start(index) == start) {
+            placeCluster(run.line, index, std::min(x, next), std::max(x, next), run.isRightToLeft());
+            if (m_options.detail == EParagraphDetail::All) {
+                SCluster& cluster = m_data.clusters[index];
+                cluster.run = static_cast<std::uint32_t>(m_data.runs.size() - 1);
+                cluster.firstGlyph = run.firstGlyph + first;
+                cluster.glyphCount = last - first;
+                cluster.hasInk = std::any_of(m_data.glyphs.begin() + cluster.firstGlyph,
+                                             m_data.glyphs.begin() + run.firstGlyph + last,
+                                             [](const SGlyph& glyph) { return glyph.hasInk; });
+            }
         }
-        if (cluster != m_data.clusters.end() && cluster->range.startPosition == description.textPosition + at) {
-            cluster->run = runIndex;
-            cluster->firstGlyph = first;
-            cluster->glyphCount = last - first;
-            cluster->hasInk = hasInk;
-            cluster->isRightToLeft = run.isRightToLeft();
-            cluster->rect.xmin = left;
-            cluster->rect.xmax = left + width;
-        }
+        x = next;
         at = end;
+    }
+}
+
+void CRunRecorder::placeCluster(std::uint32_t line, std::size_t index, double left, double right, bool isRightToLeft) {
+    DrawnLine& drawn = m_lines[line];
+    const SLine& whole = m_data.lines[line];
+    if (m_table.start(index) < whole.range.startPosition + whole.range.length - whole.trailingBlanks) {
+        drawn.left = std::min(drawn.left, left);
+        drawn.right = std::max(drawn.right, right);
+        drawn.units += m_table.at(index).length;
+    }
+    if (m_options.detail == EParagraphDetail::All) {
+        SCluster& cluster = m_data.clusters[index];
+        cluster.rect.xmin = left;
+        cluster.rect.xmax = right;
+        cluster.isRightToLeft = isRightToLeft;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <FontEngine/ParagraphLayoutOptions.h>
 #include <oslayer/com_ptr.h>
 
+#include "ClusterTable.h"
 #include "GlyphInk.h"
 #include "LayoutData.h"
 #include "MissingCharacters.h"
@@ -24,16 +25,25 @@ namespace fonts {
 class CRunRecorder final : public IDWriteTextRenderer {
 public:
     // All are borrowed.
-    CRunRecorder(SParagraphLayoutData& data, const SPlatformParagraph& platform, const CTokenFormats& formats,
-                 const SParagraphLayoutOptions& options, const oslayer::com_ptr<ID2D1Factory>& d2dFactory);
+    CRunRecorder(SParagraphLayoutData& data, const SPlatformParagraph& platform, const CClusterTable& table,
+                 const CTokenFormats& formats, const SParagraphLayoutOptions& options,
+                 const oslayer::com_ptr<ID2D1Factory>& d2dFactory);
     CRunRecorder(const CRunRecorder&) = delete;
     CRunRecorder& operator=(const CRunRecorder&) = delete;
 
     // Afterwards: gives bars their tokens, and the layout what was collected.
     void finish();
 
-    // The ink of each line.
-    const std::vector<MbRect>& lineInk() const { return m_lineInk; }
+    // What was drawn of each line.
+    struct DrawnLine {
+        MbRect ink;
+        // The edges of its clusters without trailing blanks, and how many units they hold.
+        double left = MbRect::emptyExtent;
+        double right = -MbRect::emptyExtent;
+        std::uint32_t units = 0;
+        bool hasBaseline = false;
+    };
+    const std::vector<DrawnLine>& lines() const { return m_lines; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
@@ -87,8 +97,9 @@ private:
                              const DWRITE_GLYPH_RUN_DESCRIPTION& description);
     void addGlyphs(SRun& run, const DWRITE_GLYPH_RUN& drawn, double startX);
     HRESULT noteInk(const SRun& run, const DWRITE_GLYPH_RUN& drawn);
-    void placeClusters(const SRun& run, std::uint32_t runIndex, const Piece& piece,
-                       const DWRITE_GLYPH_RUN_DESCRIPTION& description);
+    void placeBlanks(const DWRITE_GLYPH_RUN& run, const DWRITE_GLYPH_RUN_DESCRIPTION& description, double x);
+    void placeClusters(const SRun& run, const Piece& piece, const DWRITE_GLYPH_RUN_DESCRIPTION& description);
+    void placeCluster(std::uint32_t line, std::size_t index, double left, double right, bool isRightToLeft);
     void addBar(EBarKind kind, MbRect rect, FLOAT baseline);
     const Stretch* stretchAt(FLOAT baseline, double x) const;
     std::uint32_t faceIndex(IDWriteFontFace* face);
@@ -96,13 +107,13 @@ private:
 
     SParagraphLayoutData& m_data;
     const SPlatformParagraph& m_platform;
+    const CClusterTable& m_table;
     const CTokenFormats& m_formats;
     const SParagraphLayoutOptions& m_options;
     const oslayer::com_ptr<ID2D1Factory>& m_d2dFactory;
     CGlyphInk m_glyphInk;
     CMissingCharacters m_missing;
-    std::vector<MbRect> m_lineInk;
-    std::vector<char> m_hasBaseline;
+    std::vector<DrawnLine> m_lines;
     std::vector<Stretch> m_stretches;
     std::vector<WaitingBar> m_bars;
     std::vector<FLOAT> m_advances;
