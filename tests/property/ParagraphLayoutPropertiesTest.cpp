@@ -202,8 +202,8 @@ TEST_F(ParagraphLayoutProperties, RectanglesOfARangeCoverExactlyItsClusters) {
         }
         double expected = 0.0;
         for (const fonts::SCluster& cluster : layout.clusters()) {
-            const bool isTouched =
-                cluster.range.startPosition < end && cluster.range.startPosition + cluster.range.length > start;
+            const bool isTouched = start < end && cluster.range.startPosition < end &&
+                                   cluster.range.startPosition + cluster.range.length > start;
             if (!isTouched) {
                 continue;
             }

@@ -232,7 +232,10 @@ private:
         const bool isWrapped = std::any_of(m_data->lines.begin(), m_data->lines.end(), [this](const SLine& line) {
             return line.newline == 0 && &line != &m_data->lines.back();
         });
-        if (!isWrapped && m_alignment != render::eRichTextParagraphAlignment::Justify) {
+        // A tab has the room that its line has.
+        const bool isMovedOnly = m_alignment != render::eRichTextParagraphAlignment::Justify &&
+                                 m_data->text.find(L'\t') == std::wstring::npos;
+        if (!isWrapped && (isMovedOnly || m_options.maxWidth <= 0.0)) {
             return m_data->box.xmax - m_data->box.xmin;
         }
         OSLAYER_CHECK(m_platform.pLayout->SetWordWrapping(DWRITE_WORD_WRAPPING_NO_WRAP));
