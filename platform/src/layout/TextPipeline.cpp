@@ -37,7 +37,7 @@ HRESULT TextPipeline::shape() {
         m_results->emptySize = style.size;
         return m_results->emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
     }
-    if (!itemize(m_text, m_properties, settings(), m_results->shaped.items)) {
+    if (!itemize(m_text, m_properties, settings(), m_results->shaped.items, m_results->hostFaces)) {
         return DWRITE_E_NOFONT;
     }
     buildClusters(m_text.units(), m_properties, m_results->shaped);

@@ -71,6 +71,8 @@ private:
 
     struct Results {
         ShapedText shaped;
+        /// Faces of a host's own files that its fallback named.
+        std::vector<Reference<IDWriteFontFace>> hostFaces;
         /// Of a line without text: the empty text's, or that after a newline at the end.
         CFontFace* emptyFace = nullptr;
         float emptySize = 0.0F;
