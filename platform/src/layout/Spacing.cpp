@@ -42,9 +42,10 @@ struct Spaced {
 };
 
 Spaced space(float natural, const CharacterSpacing& spacing) noexcept {
-    const float asked = natural + spacing.leading + spacing.trailing;
-    const float width = std::max(asked, spacing.minimumAdvance);
-    const float missing = width - asked;
+    const float drawnIn = natural + std::min(spacing.leading, 0.0F) + std::min(spacing.trailing, 0.0F);
+    const float held = std::max(drawnIn, spacing.minimumAdvance);
+    const float missing = held - drawnIn;
+    const float width = held + std::max(spacing.leading, 0.0F) + std::max(spacing.trailing, 0.0F);
     // A minimum takes back from the side that was drawn in, and otherwise adds to both.
     if ((spacing.leading < 0.0F) == (spacing.trailing < 0.0F)) {
         return {width, spacing.leading + missing / 2.0F};
