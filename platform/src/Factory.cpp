@@ -5,10 +5,10 @@
 
 #include "fallback/FontFallback.h"
 #include "fonts/FontCollection.h"
+#include "format/TextFormat.h"
+#include "format/Typography.h"
 #include "layout/EllipsisSign.h"
-#include "layout/TextFormat.h"
 #include "layout/TextLayout.h"
-#include "layout/Typography.h"
 
 namespace platform {
 

@@ -3,7 +3,7 @@
 #include <dwrite_2.h>
 
 #include "com/ComObject.h"
-#include "layout/Reference.h"
+#include "com/Reference.h"
 
 namespace platform {
 
