@@ -10,10 +10,10 @@
 #include "fonts/LocalFontData.h"
 #include "fonts/LocalFontFileLoader.h"
 #include "fonts/LocalPath.h"
+#include "format/TextFormat.h"
+#include "format/Typography.h"
 #include "layout/EllipsisSign.h"
-#include "layout/TextFormat.h"
 #include "layout/TextLayout.h"
-#include "layout/Typography.h"
 
 namespace platform {
 

@@ -1,6 +1,6 @@
 #include "fonts/FontFace.h"
 
-#include "geometry/GlyphOutlineSink.h"
+#include "fonts/GlyphOutlineSink.h"
 
 #include <d2d1.h>
 
