@@ -65,6 +65,9 @@ public:
     HRESULT STDMETHODCALLTYPE UnregisterFontFileLoader(IDWriteFontFileLoader*) override {
         return unexpected("UnregisterFontFileLoader");
     }
+    HRESULT STDMETHODCALLTYPE CreateEllipsisTrimmingSign(IDWriteTextFormat*, IDWriteInlineObject**) override {
+        return unexpected("CreateEllipsisTrimmingSign");
+    }
 };
 
 } // namespace fake
