@@ -31,7 +31,7 @@ public:
     /// where the change says so.
     static bool beforeReading(const std::function<bool()>& change);
     /// Whether text can be set in the fonts of a collection: null and ours, those of a host's files among them, but
-    /// none that is a caller's own object, since no interface hands out the bytes of its fonts.
+    /// none that is a caller's own object, whose fonts need not be ours.
     static bool isUsable(IDWriteFontCollection* collection);
     /// The collection behind an interface pointer that is usable: the system's for null.
     static CFontCollection& of(IDWriteFontCollection* collection);

@@ -6,6 +6,7 @@
 
 #include <oslayer/com_ptr.h>
 
+#include <atomic>
 #include <map>
 #include <string>
 #include <vector>
@@ -14,10 +15,10 @@ namespace platform::test {
 
 /// What exists and is held at the moment.
 struct HostCounts {
-    int objects = 0;
-    int fragments = 0;
-    int streamsMade = 0;
-    UINT64 bytesRead = 0;
+    std::atomic<int> objects = 0;
+    std::atomic<int> fragments = 0;
+    std::atomic<int> streamsMade = 0;
+    std::atomic<UINT64> bytesRead = 0;
 };
 
 /// A file in memory, and what a host's code answers about it.
@@ -71,7 +72,7 @@ protected:
 
 private:
     HostCounts& m_counts;
-    ULONG m_references = 1;
+    std::atomic<ULONG> m_references = 1;
 };
 
 class HostStream final : public HostObject<IDWriteFontFileStream> {

@@ -9,6 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 namespace platform::test {
 namespace {
 
@@ -105,6 +109,30 @@ TEST_F(HostLayouts, ManyCollectionsOneAfterTheOtherLeaveNothing) {
         EXPECT_EQ(m_fonts.held(), 1);
     }
     EXPECT_EQ(m_fonts.held(), 0);
+}
+
+TEST_F(HostLayouts, ThreadsShareACollectionUntilTheLastOneLetsGo) {
+    com_ptr<IDWriteFontCollection> collection = m_fonts.collection("w");
+    std::atomic<int> right = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&, own = collection]() mutable {
+            for (int j = 0; j < 50; ++j) {
+                const auto layout = makeLayout(L"HIx HOx", own);
+                DWRITE_TEXT_METRICS metrics{};
+                layout->GetMetrics(&metrics);
+                right += metrics.width == 37.5F ? 1 : 0;
+            }
+            own = nullptr;
+        });
+    }
+    collection = nullptr;
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(right.load(), 200);
+    EXPECT_EQ(m_fonts.held(), 0);
+    EXPECT_EQ(m_fonts.counts.fragments, 0);
 }
 
 /// Draws everything with one font.
