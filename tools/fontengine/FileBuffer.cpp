@@ -23,6 +23,9 @@ FileBuffer::int_type FileBuffer::overflow(int_type character) {
 }
 
 std::streamsize FileBuffer::xsputn(const char* bytes, std::streamsize count) {
+    if (count <= 0) {
+        return 0; // nothing may be at no address
+    }
     const auto wanted = static_cast<std::size_t>(count);
     const std::size_t written = std::fwrite(bytes, 1, wanted, m_file);
     succeeded(written == wanted);

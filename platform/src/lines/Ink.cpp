@@ -27,7 +27,7 @@ void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePie
     const TextItem& item = shaped.items[piece.item];
     const Line& line = pipeline.lines()[index];
     const float baseline = pipeline.placement().lines[index].top + line.baseline;
-    IDWriteInlineObject* const object = piece.isTrimmed ? pipeline.settings().trimmingSign.get() : item.object;
+    IDWriteInlineObject* const object = piece.isTrimmed ? pipeline.settings().trimmingSign.get() : item.inlineObject();
     if (object != nullptr) {
         includeObject(*object, piece.left, baseline, ink);
     }

@@ -49,6 +49,10 @@ struct TextItem {
     UINT32 clusterEnd = 0;
 
     [[nodiscard]] bool isRightToLeft() const noexcept { return (bidiLevel & 1) != 0; }
+    /// Null for everything but an inline object.
+    [[nodiscard]] IDWriteInlineObject* inlineObject() const noexcept {
+        return kind == ItemKind::Object ? object : nullptr;
+    }
 };
 
 /// The smallest piece of text that has a place of its own: one or more characters drawn by zero or more glyphs.

@@ -282,5 +282,22 @@ TEST(LayoutMetrics, NarrowestWidthHoldsWordsAsLinesShapeThem) {
     EXPECT_FLOAT_EQ(width, metricsOf(*layout).width);
 }
 
+TEST(LayoutMetrics, FeaturesDoNotTakeTheInkFromText) {
+    IDWriteTypography* typography = nullptr;
+    ASSERT_EQ(S_OK, factory().CreateTypography(&typography));
+    const Reference<IDWriteTypography> owned(typography, false);
+    EXPECT_EQ(S_OK, typography->AddFontFeature({DWRITE_FONT_FEATURE_TAG_KERNING, 1}));
+    const auto layout = makeLayout(u"fjord");
+    DWRITE_OVERHANG_METRICS plain{};
+    EXPECT_EQ(S_OK, layout->GetOverhangMetrics(&plain));
+    EXPECT_EQ(S_OK, layout->SetTypography(typography, {0, 5}));
+    DWRITE_OVERHANG_METRICS featured{};
+    EXPECT_EQ(S_OK, layout->GetOverhangMetrics(&featured));
+    EXPECT_EQ(plain.left, featured.left);
+    EXPECT_EQ(plain.top, featured.top);
+    EXPECT_EQ(plain.right, featured.right);
+    EXPECT_EQ(plain.bottom, featured.bottom);
+}
+
 } // namespace
 } // namespace platform_test
