@@ -38,7 +38,7 @@ struct Box {
 };
 
 /// All lines in the box. `lines` belong to `shaped`.
-struct Placement {
+struct PlacedLines {
     std::vector<PlacedLine> lines;
     /// Of the widest line, as placed.
     float left = 0.0F;
@@ -52,7 +52,7 @@ struct Placement {
 /// not count as theirs.
 void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
                 const ParagraphSettings& settings, const Box& box, const std::vector<SideBearings>& bearings,
-                Placement& placement);
+                PlacedLines& placement);
 
 /// What justification adds to the width of `cluster` on its line.
 float stretchOf(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed,
