@@ -48,8 +48,8 @@ struct PlacedLines {
     float height = 0.0F;
 };
 
-/// Aligns and justifies lines that are broken already. What `bearings` say of the lines, if they say something, does
-/// not count as theirs.
+/// Aligns and justifies lines that are broken already. Where `bearings` are given, one for each line, the room
+/// that they measure does not count as the line's: its ink is aligned.
 void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
                 const ParagraphSettings& settings, const Box& box, const std::vector<SideBearings>& bearings,
                 PlacedLines& placement);
