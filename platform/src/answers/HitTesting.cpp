@@ -5,7 +5,7 @@
 #include <iterator>
 #include <limits>
 
-#include "lines/LinePieces.h"
+#include "lines/ItemPieces.h"
 #include "unicode/BidiLevels.h"
 
 namespace platform {
@@ -25,17 +25,17 @@ struct ClusterBox {
 };
 
 /// The clusters of a line as they stand, from left to right.
-std::vector<ClusterBox> boxesOf(const TextPipeline& pipeline, std::size_t line) {
-    std::vector<LinePiece> pieces;
-    findPieces(pipeline, line, pieces);
+std::vector<ClusterBox> boxesOf(const LaidOutText& laidOut, std::size_t line) {
+    std::vector<ItemPiece> pieces;
+    findPieces(laidOut, line, pieces);
     std::stable_sort(pieces.begin(), pieces.end(),
-                     [](const LinePiece& a, const LinePiece& b) { return a.left < b.left; });
+                     [](const ItemPiece& a, const ItemPiece& b) { return a.left < b.left; });
     std::vector<ClusterBox> boxes;
-    for (const LinePiece& piece : pieces) {
+    for (const ItemPiece& piece : pieces) {
         const std::size_t first = boxes.size();
         for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {
-            const bool isText = pipeline.shaped().items[piece.item].kind != ItemKind::Object;
-            boxes.push_back({i, 0.0F, placedWidth(pipeline, line, i), piece.level, isText, piece.isTrimmed});
+            const bool isText = laidOut.shaped().items[piece.item].kind != ItemKind::Object;
+            boxes.push_back({i, 0.0F, placedWidth(laidOut, line, i), piece.level, isText, piece.isTrimmed});
         }
         if (piece.isRightToLeft()) {
             std::reverse(boxes.begin() + static_cast<std::ptrdiff_t>(first), boxes.end());
@@ -49,45 +49,45 @@ std::vector<ClusterBox> boxesOf(const TextPipeline& pipeline, std::size_t line) 
     return boxes;
 }
 
-UINT32 textStartOf(const TextPipeline& pipeline, std::size_t line) {
-    const ShapedText& shaped = pipeline.shaped();
-    return shaped.clusters.empty() ? 0 : shaped.clusters[pipeline.lines()[line].clusterBegin].textStart;
+UINT32 textStartOf(const LaidOutText& laidOut, std::size_t line) {
+    const ShapedText& shaped = laidOut.shaped();
+    return shaped.clusters.empty() ? 0 : shaped.clusters[laidOut.lines[line].clusterBegin].textStart;
 }
 
 /// The line at height `y`; the first above all lines, the last below.
-std::size_t lineAtHeight(const TextPipeline& pipeline, float y) {
-    const auto& placed = pipeline.placement().lines;
+std::size_t lineAtHeight(const LaidOutText& laidOut, float y) {
+    const auto& placed = laidOut.placement.lines;
     const auto after = std::upper_bound(placed.begin(), placed.end(), y,
                                         [](float wanted, const PlacedLine& line) { return wanted < line.top; });
     return after == placed.begin() ? 0 : static_cast<std::size_t>(std::distance(placed.begin(), after)) - 1;
 }
 
 /// The line that holds `position`, which is at most the text's length.
-std::size_t lineAtPosition(const TextPipeline& pipeline, UINT32 position) {
+std::size_t lineAtPosition(const LaidOutText& laidOut, UINT32 position) {
     std::size_t first = 0;
-    std::size_t last = pipeline.lines().size();
+    std::size_t last = laidOut.lines.size();
     while (last - first > 1) {
         const std::size_t middle = first + (last - first) / 2;
-        (textStartOf(pipeline, middle) <= position ? first : last) = middle;
+        (textStartOf(laidOut, middle) <= position ? first : last) = middle;
     }
     return first;
 }
 
-DWRITE_HIT_TEST_METRICS lineBox(const TextPipeline& pipeline, std::size_t line) {
+DWRITE_HIT_TEST_METRICS lineBox(const LaidOutText& laidOut, std::size_t line) {
     DWRITE_HIT_TEST_METRICS metrics{};
-    metrics.textPosition = textStartOf(pipeline, line);
-    metrics.left = pipeline.placement().lines[line].left;
-    metrics.top = pipeline.placement().lines[line].top;
-    metrics.height = pipeline.lines()[line].height;
-    metrics.bidiLevel = paragraphLevel(pipeline.settings().rightToLeft());
+    metrics.textPosition = textStartOf(laidOut, line);
+    metrics.left = laidOut.placement.lines[line].left;
+    metrics.top = laidOut.placement.lines[line].top;
+    metrics.height = laidOut.lines[line].height;
+    metrics.bidiLevel = paragraphLevel(laidOut.settings().rightToLeft());
     metrics.isText = TRUE;
     return metrics;
 }
 
-DWRITE_HIT_TEST_METRICS describe(const TextPipeline& pipeline, std::size_t line, const ClusterBox& box) {
-    DWRITE_HIT_TEST_METRICS metrics = lineBox(pipeline, line);
-    metrics.textPosition = pipeline.shaped().clusters[box.cluster].textStart;
-    metrics.length = pipeline.shaped().textLength(box.cluster);
+DWRITE_HIT_TEST_METRICS describe(const LaidOutText& laidOut, std::size_t line, const ClusterBox& box) {
+    DWRITE_HIT_TEST_METRICS metrics = lineBox(laidOut, line);
+    metrics.textPosition = laidOut.shaped().clusters[box.cluster].textStart;
+    metrics.length = laidOut.shaped().textLength(box.cluster);
     metrics.left = box.left;
     metrics.width = box.width;
     metrics.bidiLevel = box.level;
@@ -114,20 +114,20 @@ const ClusterBox& nearest(const std::vector<ClusterBox>& boxes, float x) {
 }
 
 /// A caret at the end of the text.
-Caret caretAtEnd(const TextPipeline& pipeline) {
-    const std::size_t last = pipeline.lines().size() - 1;
-    const Line& line = pipeline.lines()[last];
+Caret caretAtEnd(const LaidOutText& laidOut) {
+    const std::size_t last = laidOut.lines.size() - 1;
+    const Line& line = laidOut.lines[last];
     Caret caret;
     if (line.clusterBegin < line.clusterEnd) {
-        caret = hitTestPosition(pipeline, pipeline.text().size() - 1, true);
+        caret = hitTestPosition(laidOut, laidOut.text().size() - 1, true);
     } else {
-        caret.metrics = lineBox(pipeline, last);
+        caret.metrics = lineBox(laidOut, last);
         caret.x = caret.metrics.left;
         caret.y = caret.metrics.top;
     }
     caret.metrics.left = caret.x;
     caret.metrics.width = 0.0F;
-    caret.metrics.textPosition = pipeline.text().size();
+    caret.metrics.textPosition = laidOut.text().size();
     caret.metrics.length = 0;
     return caret;
 }
@@ -141,11 +141,11 @@ bool continues(const DWRITE_HIT_TEST_METRICS& box, const DWRITE_HIT_TEST_METRICS
                                     : box.textPosition + box.length == next.textPosition;
 }
 
-void appendRange(const TextPipeline& pipeline, std::size_t line, UINT32 begin, UINT32 end,
+void appendRange(const LaidOutText& laidOut, std::size_t line, UINT32 begin, UINT32 end,
                  std::vector<DWRITE_HIT_TEST_METRICS>& found) {
     bool canContinue = false;
-    for (const ClusterBox& box : boxesOf(pipeline, line)) {
-        const DWRITE_HIT_TEST_METRICS metrics = describe(pipeline, line, box);
+    for (const ClusterBox& box : boxesOf(laidOut, line)) {
+        const DWRITE_HIT_TEST_METRICS metrics = describe(laidOut, line, box);
         if (metrics.textPosition >= end || metrics.textPosition + metrics.length <= begin) {
             canContinue = false;
             continue;
@@ -164,16 +164,16 @@ void appendRange(const TextPipeline& pipeline, std::size_t line, UINT32 begin, U
 
 } // namespace
 
-PointHit hitTestPoint(const TextPipeline& pipeline, float x, float y) {
-    const std::size_t line = lineAtHeight(pipeline, y);
-    const std::vector<ClusterBox> boxes = boxesOf(pipeline, line);
+PointHit hitTestPoint(const LaidOutText& laidOut, float x, float y) {
+    const std::size_t line = lineAtHeight(laidOut, y);
+    const std::vector<ClusterBox> boxes = boxesOf(laidOut, line);
     PointHit hit;
     if (boxes.empty()) {
-        hit.metrics = lineBox(pipeline, line);
+        hit.metrics = lineBox(laidOut, line);
         return hit;
     }
     const ClusterBox& box = nearest(boxes, x);
-    hit.metrics = describe(pipeline, line, box);
+    hit.metrics = describe(laidOut, line, box);
     const bool isInRightHalf = x >= box.left + box.width / 2.0F;
     hit.isTrailing = box.width > 0.0F && isInRightHalf != box.isRightToLeft();
     hit.isInside =
@@ -181,39 +181,39 @@ PointHit hitTestPoint(const TextPipeline& pipeline, float x, float y) {
     return hit;
 }
 
-Caret hitTestPosition(const TextPipeline& pipeline, UINT32 position, bool isTrailing) {
-    if (position >= pipeline.text().size()) {
-        return caretAtEnd(pipeline);
+Caret hitTestPosition(const LaidOutText& laidOut, UINT32 position, bool isTrailing) {
+    if (position >= laidOut.text().size()) {
+        return caretAtEnd(laidOut);
     }
-    const std::size_t line = lineAtPosition(pipeline, position);
-    const UINT32 cluster = pipeline.shaped().clusterAt(position);
-    const std::vector<ClusterBox> boxes = boxesOf(pipeline, line);
+    const std::size_t line = lineAtPosition(laidOut, position);
+    const UINT32 cluster = laidOut.shaped().clusterAt(position);
+    const std::vector<ClusterBox> boxes = boxesOf(laidOut, line);
     const auto box =
         std::find_if(boxes.begin(), boxes.end(), [cluster](const ClusterBox& one) { return one.cluster == cluster; });
     Caret caret;
-    caret.metrics = describe(pipeline, line, *box);
+    caret.metrics = describe(laidOut, line, *box);
     caret.x = isTrailing != box->isRightToLeft() ? box->left + box->width : box->left;
     caret.y = caret.metrics.top;
     return caret;
 }
 
-std::vector<DWRITE_HIT_TEST_METRICS> hitTestRange(const TextPipeline& pipeline, UINT32 position, UINT32 length,
+std::vector<DWRITE_HIT_TEST_METRICS> hitTestRange(const LaidOutText& laidOut, UINT32 position, UINT32 length,
                                                   float originX, float originY) {
-    const UINT32 size = pipeline.text().size();
+    const UINT32 size = laidOut.text().size();
     const UINT32 begin = std::min(position, size);
     const UINT32 end = begin + std::min(length, size - begin);
     std::vector<DWRITE_HIT_TEST_METRICS> found;
     if (begin == end) {
         // An empty stretch is where a caret would stand.
-        const Caret caret = hitTestPosition(pipeline, begin, false);
+        const Caret caret = hitTestPosition(laidOut, begin, false);
         found.push_back(caret.metrics);
         found.back().left = caret.x;
         found.back().width = 0.0F;
         found.back().length = 0;
     } else {
-        const std::size_t last = lineAtPosition(pipeline, end - 1);
-        for (std::size_t line = lineAtPosition(pipeline, begin); line <= last; ++line) {
-            appendRange(pipeline, line, begin, end, found);
+        const std::size_t last = lineAtPosition(laidOut, end - 1);
+        for (std::size_t line = lineAtPosition(laidOut, begin); line <= last; ++line) {
+            appendRange(laidOut, line, begin, end, found);
         }
     }
     for (DWRITE_HIT_TEST_METRICS& box : found) {

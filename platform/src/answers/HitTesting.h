@@ -4,11 +4,11 @@
 
 #include <dwrite.h>
 
-#include "lines/TextPipeline.h"
+#include "lines/LaidOutText.h"
 
 namespace platform {
 
-// Which text is where in a finished pipeline's layout. Places are relative to the layout's box, y down.
+// Which text is where in the box. Places are relative to the layout's box, y down.
 
 /// The cluster nearest to a point.
 struct PointHit {
@@ -19,7 +19,7 @@ struct PointHit {
     bool isInside = false;
 };
 
-PointHit hitTestPoint(const TextPipeline& pipeline, float x, float y);
+PointHit hitTestPoint(const LaidOutText& laidOut, float x, float y);
 
 /// Where a caret stands.
 struct Caret {
@@ -31,11 +31,11 @@ struct Caret {
 };
 
 /// The caret before the cluster that holds `position`, or behind it. Positions past the end stand at the end.
-Caret hitTestPosition(const TextPipeline& pipeline, UINT32 position, bool isTrailing);
+Caret hitTestPosition(const LaidOutText& laidOut, UINT32 position, bool isTrailing);
 
 /// The boxes that cover a stretch of text: one for each line and stretch of one direction, from left to right.
 /// `originX` and `originY` are added.
-std::vector<DWRITE_HIT_TEST_METRICS> hitTestRange(const TextPipeline& pipeline, UINT32 position, UINT32 length,
+std::vector<DWRITE_HIT_TEST_METRICS> hitTestRange(const LaidOutText& laidOut, UINT32 position, UINT32 length,
                                                   float originX, float originY);
 
 } // namespace platform

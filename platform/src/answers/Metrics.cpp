@@ -6,7 +6,7 @@
 
 #include "fonts/FontFace.h"
 #include "lines/Ink.h"
-#include "lines/LinePieces.h"
+#include "lines/ItemPieces.h"
 #include "unicode/BidiLevels.h"
 
 namespace platform {
@@ -14,10 +14,10 @@ namespace platform {
 namespace {
 
 /// 1 where nothing is reordered, one more for each level that lies over the paragraph's.
-UINT32 reorderingDepth(const TextPipeline& pipeline) {
-    const std::uint8_t base = paragraphLevel(pipeline.settings().rightToLeft());
+UINT32 reorderingDepth(const LaidOutText& laidOut) {
+    const std::uint8_t base = paragraphLevel(laidOut.settings().rightToLeft());
     std::uint8_t highest = base;
-    for (const TextItem& item : pipeline.shaped().items) {
+    for (const TextItem& item : laidOut.shaped().items) {
         highest = std::max(highest, item.bidiLevel);
     }
     return static_cast<UINT32>(highest - base) + 1;
@@ -26,16 +26,16 @@ UINT32 reorderingDepth(const TextPipeline& pipeline) {
 /// Cluster metrics count text in 16 bits: what is longer is reported in parts, the width with the first.
 constexpr UINT32 maxClusterLength = std::numeric_limits<UINT16>::max();
 
-void appendCluster(const TextPipeline& pipeline, const BreakOpportunities& opportunities, UINT32 index, float width,
+void appendCluster(const LaidOutText& laidOut, const BreakOpportunities& opportunities, UINT32 index, float width,
                    bool isRightToLeft, std::vector<DWRITE_CLUSTER_METRICS>& all) {
-    const Cluster& cluster = pipeline.shaped().clusters[index];
+    const Cluster& cluster = laidOut.shaped().clusters[index];
     DWRITE_CLUSTER_METRICS metrics{};
     metrics.width = width;
     metrics.isWhitespace = cluster.has(Cluster::Whitespace) ? 1 : 0;
     metrics.isNewline = cluster.has(Cluster::Newline) ? 1 : 0;
     metrics.isSoftHyphen = cluster.has(Cluster::SoftHyphen) ? 1 : 0;
     metrics.isRightToLeft = isRightToLeft ? 1 : 0;
-    const UINT32 textEnd = pipeline.shaped().textEnd(index);
+    const UINT32 textEnd = laidOut.shaped().textEnd(index);
     UINT32 left = textEnd - cluster.textStart;
     while (left > maxClusterLength) {
         metrics.length = static_cast<UINT16>(maxClusterLength);
@@ -111,26 +111,26 @@ private:
 
 } // namespace
 
-DWRITE_TEXT_METRICS textMetrics(const TextPipeline& pipeline) {
-    const Placement& placement = pipeline.placement();
+DWRITE_TEXT_METRICS textMetrics(const LaidOutText& laidOut) {
+    const PlacedLines& placement = laidOut.placement;
     DWRITE_TEXT_METRICS metrics{};
     metrics.left = placement.left;
     metrics.top = placement.top;
     metrics.width = placement.width;
     metrics.widthIncludingTrailingWhitespace = placement.fullWidth;
     metrics.height = placement.height;
-    metrics.layoutWidth = pipeline.box().width;
-    metrics.layoutHeight = pipeline.box().height;
-    metrics.maxBidiReorderingDepth = reorderingDepth(pipeline);
-    metrics.lineCount = static_cast<UINT32>(pipeline.lines().size());
+    metrics.layoutWidth = laidOut.box().width;
+    metrics.layoutHeight = laidOut.box().height;
+    metrics.maxBidiReorderingDepth = reorderingDepth(laidOut);
+    metrics.lineCount = static_cast<UINT32>(laidOut.lines.size());
     return metrics;
 }
 
-HRESULT lineMetrics(const TextPipeline& pipeline, DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32& count) {
-    const ShapedText& shaped = pipeline.shaped();
+HRESULT lineMetrics(const LaidOutText& laidOut, DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32& count) {
+    const ShapedText& shaped = laidOut.shaped();
     std::vector<DWRITE_LINE_METRICS> all;
-    all.reserve(pipeline.lines().size());
-    for (const Line& line : pipeline.lines()) {
+    all.reserve(laidOut.lines.size());
+    for (const Line& line : laidOut.lines) {
         DWRITE_LINE_METRICS& one = all.emplace_back();
         if (line.clusterBegin < line.clusterEnd) {
             const UINT32 end = shaped.clusters[line.clusterEnd].textStart;
@@ -145,18 +145,18 @@ HRESULT lineMetrics(const TextPipeline& pipeline, DWRITE_LINE_METRICS* metrics, 
     return copyOut(all, metrics, maxCount, count);
 }
 
-HRESULT clusterMetrics(TextPipeline& pipeline, DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32& count) {
-    const ShapedText& shaped = pipeline.shaped();
+HRESULT clusterMetrics(const LaidOutText& laidOut, DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32& count) {
+    const ShapedText& shaped = laidOut.shaped();
     std::vector<DWRITE_CLUSTER_METRICS> all;
     if (shaped.clusterCount() > 0) {
-        const BreakOpportunities& opportunities = pipeline.opportunities();
+        const BreakOpportunities& opportunities = *laidOut.opportunities;
         all.reserve(shaped.clusterCount());
-        for (std::size_t line = 0; line < pipeline.lines().size(); ++line) {
-            const UINT32 end = pipeline.lines()[line].clusterEnd;
-            UINT32 i = pipeline.lines()[line].clusterBegin;
+        for (std::size_t line = 0; line < laidOut.lines.size(); ++line) {
+            const UINT32 end = laidOut.lines[line].clusterEnd;
+            UINT32 i = laidOut.lines[line].clusterBegin;
             for (UINT32 item = i < end ? shaped.itemOf(i) : 0; i < end; ++i) {
                 item += i >= shaped.items[item].clusterEnd ? 1U : 0U;
-                appendCluster(pipeline, opportunities, i, placedWidth(pipeline, line, i),
+                appendCluster(laidOut, opportunities, i, placedWidth(laidOut, line, i),
                               shaped.items[item].isRightToLeft(), all);
             }
         }
@@ -164,29 +164,28 @@ HRESULT clusterMetrics(TextPipeline& pipeline, DWRITE_CLUSTER_METRICS* metrics, 
     return copyOut(all, metrics, maxCount, count);
 }
 
-DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline) {
+DWRITE_OVERHANG_METRICS overhangMetrics(const LaidOutText& laidOut) {
     InkBox ink;
-    for (std::size_t i = 0; i < pipeline.lines().size(); ++i) {
-        ink.include(inkOf(pipeline, i));
+    for (std::size_t i = 0; i < laidOut.lines.size(); ++i) {
+        ink.include(inkOf(laidOut, i));
     }
     if (ink.isEmpty()) {
         ink = {0.0F, 0.0F, 0.0F, 0.0F};
     }
-    return {-ink.left, -ink.top, ink.right - pipeline.box().width, ink.bottom - pipeline.box().height};
+    return {-ink.left, -ink.top, ink.right - laidOut.box().width, ink.bottom - laidOut.box().height};
 }
 
 namespace {
 
 /// The least width from `width` on at which no line is too long, when breaks change shapes.
-float widenToShapesOfLines(TextPipeline& pipeline, float width) {
-    ShapedText shaped = pipeline.unbroken();
+float widenToShapesOfLines(const LaidOutText& laidOut, float width) {
+    ShapedText shaped = laidOut.unbroken;
     ShapedText reshaped;
     std::vector<Line> lines;
-    const auto opportunities = [&pipeline]() -> const BreakOpportunities& { return pipeline.opportunities(); };
+    const auto opportunities = [&laidOut]() -> const BreakOpportunities& { return *laidOut.opportunities; };
     for (float widest = width;;) {
-        const LineBreakSettings settings{width, DWRITE_WORD_WRAPPING_WHOLE_WORD,
-                                         pipeline.settings().incrementalTabStop};
-        breakLines(pipeline.text().units(), pipeline.properties(), shaped, settings, opportunities, lines, reshaped);
+        const LineBreakSettings settings{width, DWRITE_WORD_WRAPPING_WHOLE_WORD, laidOut.settings().incrementalTabStop};
+        breakLines(laidOut.text().units(), laidOut.styles(), shaped, settings, opportunities, lines, reshaped);
         for (const Line& line : lines) {
             widest = std::max(widest, line.width);
         }
@@ -199,8 +198,8 @@ float widenToShapesOfLines(TextPipeline& pipeline, float width) {
 
 } // namespace
 
-float narrowestWidth(TextPipeline& pipeline) {
-    const ShapedText& shaped = pipeline.unbroken();
+float narrowestWidth(const LaidOutText& laidOut) {
+    const ShapedText& shaped = laidOut.unbroken;
     NarrowestWord word;
     bool changesShapes = false;
     for (UINT32 i = 0; i < shaped.clusterCount(); ++i) {
@@ -210,7 +209,7 @@ float narrowestWidth(TextPipeline& pipeline) {
             const bool mustBreak = cluster.has(Cluster::MustBreakBefore) || before.has(Cluster::MustBreakAfter) ||
                                    before.has(Cluster::Newline);
             const bool isHyphenated = before.has(Cluster::SoftHyphen) && before.glyphStart < shaped.glyphEnd(i - 1);
-            const bool mayBreak = mustBreak || pipeline.opportunities()[cluster.textStart];
+            const bool mayBreak = mustBreak || (*laidOut.opportunities)[cluster.textStart];
             changesShapes = changesShapes || (mayBreak && cluster.has(Cluster::UnsafeBefore));
             if (mustBreak || (mayBreak && !isHyphenated)) {
                 word.end();
@@ -219,13 +218,13 @@ float narrowestWidth(TextPipeline& pipeline) {
             }
         }
         if (cluster.has(Cluster::Tab)) {
-            word.addTab(pipeline.settings().incrementalTabStop);
+            word.addTab(laidOut.settings().incrementalTabStop);
         } else if (!cluster.has(Cluster::SoftHyphen)) {
             word.add(cluster.width, cluster.has(Cluster::Hanging));
         }
     }
     word.end();
-    return changesShapes && word.widest() > 0.0F ? widenToShapesOfLines(pipeline, word.widest()) : word.widest();
+    return changesShapes && word.widest() > 0.0F ? widenToShapesOfLines(laidOut, word.widest()) : word.widest();
 }
 
 } // namespace platform

@@ -5,22 +5,23 @@
 
 #include <dwrite.h>
 
-#include "lines/TextPipeline.h"
+#include "lines/LaidOutText.h"
 
 namespace platform {
 
-// What a finished pipeline's layout measures, as the operations of the same names answer it.
+// What a text in its box measures, as the operations of the same names answer it.
 
-DWRITE_TEXT_METRICS textMetrics(const TextPipeline& pipeline);
-HRESULT lineMetrics(const TextPipeline& pipeline, DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32& count);
-HRESULT clusterMetrics(TextPipeline& pipeline, DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32& count);
+DWRITE_TEXT_METRICS textMetrics(const LaidOutText& laidOut);
+HRESULT lineMetrics(const LaidOutText& laidOut, DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32& count);
+/// Needs the opportunities to break.
+HRESULT clusterMetrics(const LaidOutText& laidOut, DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32& count);
 
 /// How far the ink of the glyphs, and what inline objects say of theirs, stands out of the box on each side. Text
 /// without ink counts as a point in the box's corner.
-DWRITE_OVERHANG_METRICS overhangMetrics(const TextPipeline& pipeline);
+DWRITE_OVERHANG_METRICS overhangMetrics(const LaidOutText& laidOut);
 
-/// The width of the widest stretch of text without an opportunity to break.
-float narrowestWidth(TextPipeline& pipeline);
+/// The width of the widest stretch of text without an opportunity to break; needs these.
+float narrowestWidth(const LaidOutText& laidOut);
 
 /// Answers a question for several things: `count` is how many there are, and where `maxCount` is less, only that many
 /// are copied, under E_NOT_SUFFICIENT_BUFFER.

@@ -9,7 +9,7 @@
 #include "answers/Renderer.h"
 #include "answers/Snapping.h"
 #include "fonts/FontFace.h"
-#include "lines/LinePieces.h"
+#include "lines/ItemPieces.h"
 
 namespace platform {
 
@@ -42,20 +42,20 @@ bool isDrawnAlike(const RunStyle& left, const RunStyle& right) {
 
 class Drawer {
 public:
-    Drawer(const TextPipeline& pipeline, void* context, IDWriteTextRenderer& renderer, float originX, float originY,
+    Drawer(const LaidOutText& laidOut, void* context, IDWriteTextRenderer& renderer, float originX, float originY,
            IUnknown* effect)
-        : m_pipeline(pipeline), m_shaped(pipeline.shaped()), m_renderer(renderer, context), m_originX(originX),
+        : m_laidOut(laidOut), m_shaped(laidOut.shaped()), m_renderer(renderer, context), m_originX(originX),
           m_originY(originY), m_effect(effect) {}
 
     HRESULT draw() {
         HRESULT result = Snapping::ask(m_renderer.pixels(), m_renderer.context(), m_snapping);
-        for (std::size_t i = 0; SUCCEEDED(result) && i < m_pipeline.lines().size(); ++i) {
+        for (std::size_t i = 0; SUCCEEDED(result) && i < m_laidOut.lines.size(); ++i) {
             result = drawLine(i);
         }
         if (SUCCEEDED(result)) {
             result = drawObjects();
         }
-        const DWRITE_FLOW_DIRECTION flow = m_pipeline.settings().flowDirection;
+        const DWRITE_FLOW_DIRECTION flow = m_laidOut.settings().flowDirection;
         for (std::size_t i = 0; SUCCEEDED(result) && i < m_underlines.size(); ++i) {
             result = drawUnderlines(m_underlines[i], flow, m_renderer);
         }
@@ -68,12 +68,12 @@ public:
 private:
     HRESULT drawLine(std::size_t index) {
         m_lineIndex = index;
-        const Line& line = m_pipeline.lines()[index];
-        m_baseline = m_snapping.snap(m_originY + m_pipeline.placement().lines[index].top + line.baseline);
+        const Line& line = m_laidOut.lines[index];
+        m_baseline = m_snapping.snap(m_originY + m_laidOut.placement.lines[index].top + line.baseline);
         m_lineUnderlines.clear();
         m_lineStrikethroughs.clear();
-        findPieces(m_pipeline, index, m_pieces);
-        for (const LinePiece& piece : m_pieces) {
+        findPieces(m_laidOut, index, m_pieces);
+        for (const ItemPiece& piece : m_pieces) {
             if (const HRESULT result = drawPiece(piece); FAILED(result)) {
                 return result;
             }
@@ -87,7 +87,7 @@ private:
         return S_OK;
     }
 
-    HRESULT drawPiece(const LinePiece& piece) {
+    HRESULT drawPiece(const ItemPiece& piece) {
         if (piece.isTrimmed) {
             addSign(piece);
             return S_OK;
@@ -113,13 +113,13 @@ private:
 
     /// A cluster as a whole is drawn in the style of its first text position.
     const RunStyle& styleOf(UINT32 cluster) const {
-        return m_pipeline.properties().at(m_shaped.clusters[cluster].textStart);
+        return m_laidOut.styles().at(m_shaped.clusters[cluster].textStart);
     }
 
     IUnknown* effectOf(const DrawnRun& run) const { return run.style->effect ? run.style->effect.get() : m_effect; }
 
     bool isShapeless(UINT32 cluster) const {
-        const Line& line = m_pipeline.lines()[m_lineIndex];
+        const Line& line = m_laidOut.lines[m_lineIndex];
         const bool isShownHyphen = line.showsHyphen && cluster + 1 == line.clusterEnd;
         return m_shaped.clusters[cluster].has(Cluster::Shapeless) && !isShownHyphen;
     }
@@ -129,10 +129,10 @@ private:
         run.clusterBegin = begin;
         run.isShapeless = isShapeless(begin);
         DWRITE_TEXT_RANGE range{};
-        run.style = &m_pipeline.properties().at(m_shaped.clusters[begin].textStart, &range);
+        run.style = &m_laidOut.styles().at(m_shaped.clusters[begin].textStart, &range);
         UINT32 cluster = begin;
         do {
-            run.width += placedWidth(m_pipeline, m_lineIndex, cluster);
+            run.width += placedWidth(m_laidOut, m_lineIndex, cluster);
             ++cluster;
         } while (cluster < end && isShapeless(cluster) == run.isShapeless && fits(begin, cluster) &&
                  (m_shaped.clusters[cluster].textStart - range.startPosition < range.length ||
@@ -147,7 +147,7 @@ private:
                m_shaped.glyphEnd(cluster) - m_shaped.clusters[begin].glyphStart <= maxRunLength;
     }
 
-    HRESULT drawRun(const TextItem& item, const LinePiece& piece, const DrawnRun& run, float x) {
+    HRESULT drawRun(const TextItem& item, const ItemPiece& piece, const DrawnRun& run, float x) {
         const UINT32 firstGlyph = m_shaped.clusters[run.clusterBegin].glyphStart;
         const UINT32 textStart = m_shaped.clusters[run.clusterBegin].textStart;
         DWRITE_GLYPH_RUN glyphs{};
@@ -159,7 +159,7 @@ private:
         DWRITE_GLYPH_RUN_DESCRIPTION description{};
         description.localeName = textOf(item.locale).c_str();
         description.textPosition = textStart;
-        description.string = m_pipeline.text().wide() + textStart;
+        description.string = m_laidOut.text().wide() + textStart;
         description.stringLength = m_shaped.textEnd(run.clusterEnd - 1) - textStart;
         mapClusters(run, firstGlyph, description.stringLength);
         description.clusterMap = m_clusterMap.data();
@@ -180,7 +180,7 @@ private:
         glyphs.glyphIndices = m_shaped.glyphs.data() + firstGlyph;
         glyphs.glyphAdvances = m_shaped.advances.data() + firstGlyph;
         glyphs.glyphOffsets = m_shaped.offsets.data() + firstGlyph;
-        if (m_pipeline.placement().lines[m_lineIndex].gap != 0.0F) {
+        if (m_laidOut.placement.lines[m_lineIndex].gap != 0.0F) {
             stretch(run, firstGlyph, glyphs);
         }
     }
@@ -192,9 +192,9 @@ private:
         glyphs.glyphAdvances = m_advances.data();
         glyphs.glyphOffsets = m_offsets.data();
         // Glyphs that go to the left are drawn at the far end of their advances: those with ink have to step back.
-        const bool movesInk = (glyphs.bidiLevel & 1U) != 0 && !m_pipeline.placement().lines[m_lineIndex].gapsAreSpaces;
+        const bool movesInk = (glyphs.bidiLevel & 1U) != 0 && !m_laidOut.placement.lines[m_lineIndex].gapsAreSpaces;
         for (UINT32 i = run.clusterBegin; i < run.clusterEnd; ++i) {
-            const float added = placedWidth(m_pipeline, m_lineIndex, i) - m_shaped.clusters[i].width;
+            const float added = placedWidth(m_laidOut, m_lineIndex, i) - m_shaped.clusters[i].width;
             if (added != 0.0F && m_shaped.glyphEnd(i) > m_shaped.clusters[i].glyphStart) {
                 const UINT32 last = m_shaped.glyphEnd(i) - 1 - firstGlyph;
                 m_advances[last] += added;
@@ -218,7 +218,7 @@ private:
         }
     }
 
-    void addDecorations(const TextItem& item, const LinePiece& piece, const DrawnRun& run, float left) {
+    void addDecorations(const TextItem& item, const ItemPiece& piece, const DrawnRun& run, float left) {
         if (run.width == 0.0F || !(run.style->underline || run.style->strikethrough)) {
             return;
         }
@@ -231,14 +231,14 @@ private:
         }
     }
 
-    void addObject(const TextItem& item, const LinePiece& piece, const DrawnRun& run, float left) {
+    void addObject(const TextItem& item, const ItemPiece& piece, const DrawnRun& run, float left) {
         DWRITE_INLINE_OBJECT_METRICS metrics{};
         item.object->GetMetrics(&metrics);
         m_objects.push_back({item.object, effectOf(run), piece.isRightToLeft(), left, m_baseline - metrics.baseline});
     }
 
-    void addSign(const LinePiece& piece) {
-        IDWriteInlineObject* sign = m_pipeline.settings().trimmingSign.get();
+    void addSign(const ItemPiece& piece) {
+        IDWriteInlineObject* sign = m_laidOut.settings().trimmingSign.get();
         DWRITE_INLINE_OBJECT_METRICS metrics{};
         if (sign != nullptr) {
             sign->GetMetrics(&metrics);
@@ -258,7 +258,7 @@ private:
         return S_OK;
     }
 
-    const TextPipeline& m_pipeline;
+    const LaidOutText& m_laidOut;
     const ShapedText& m_shaped;
     const Renderer m_renderer;
     const float m_originX;
@@ -274,7 +274,7 @@ private:
     std::vector<DecoratedStretch> m_lineUnderlines;
     std::vector<DecoratedStretch> m_lineStrikethroughs;
     // Reused from run to run.
-    std::vector<LinePiece> m_pieces;
+    std::vector<ItemPiece> m_pieces;
     std::vector<UINT16> m_clusterMap;
     std::vector<FLOAT> m_advances;
     std::vector<DWRITE_GLYPH_OFFSET> m_offsets;
@@ -282,9 +282,9 @@ private:
 
 } // namespace
 
-HRESULT drawLayout(const TextPipeline& pipeline, void* context, IDWriteTextRenderer& renderer, float originX,
-                   float originY, IUnknown* effect) {
-    return Drawer(pipeline, context, renderer, originX, originY, effect).draw();
+HRESULT drawText(const LaidOutText& laidOut, void* context, IDWriteTextRenderer& renderer, float originX, float originY,
+                 IUnknown* effect) {
+    return Drawer(laidOut, context, renderer, originX, originY, effect).draw();
 }
 
 } // namespace platform

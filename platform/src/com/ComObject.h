@@ -47,6 +47,15 @@ void handOut(Object& object, Interface** out) noexcept {
     *out = &object;
 }
 
+/// The same for an object that may be missing: then null is handed out.
+template <typename Interface, typename Object>
+void handOut(Object* object, Interface** out) noexcept {
+    if (object != nullptr) {
+        object->AddRef();
+    }
+    *out = object;
+}
+
 /// QueryInterface and a reference count for an object that implements `Interface`,
 /// its most derived one, and answers for `Bases` (the interfaces in between) as well.
 template <typename Interface, typename... Bases>

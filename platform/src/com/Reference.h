@@ -18,13 +18,4 @@ namespace platform {
 template <class Interface>
 using Reference = boost::intrusive_ptr<Interface>;
 
-/// Hands out what `held` refers to, with a reference of its own, or null.
-template <class Interface>
-void handOutOrNull(const Reference<Interface>& held, Interface** out) {
-    *out = held.get();
-    if (*out != nullptr) {
-        (*out)->AddRef();
-    }
-}
-
 } // namespace platform

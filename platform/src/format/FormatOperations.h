@@ -4,6 +4,7 @@
 
 #include "com/ComObject.h"
 #include "format/FormatSettings.h"
+#include "format/Stage.h"
 
 namespace platform {
 
@@ -16,28 +17,28 @@ public:
     using value_type = Interface;
 
     HRESULT STDMETHODCALLTYPE SetTextAlignment(DWRITE_TEXT_ALIGNMENT value) final {
-        return changed(PlacingChange, paragraph().setTextAlignment(value));
+        return changed(Stage::Placing, paragraph().setTextAlignment(value));
     }
     HRESULT STDMETHODCALLTYPE SetParagraphAlignment(DWRITE_PARAGRAPH_ALIGNMENT value) final {
-        return changed(PlacingChange, paragraph().setParagraphAlignment(value));
+        return changed(Stage::Placing, paragraph().setParagraphAlignment(value));
     }
     HRESULT STDMETHODCALLTYPE SetWordWrapping(DWRITE_WORD_WRAPPING value) final {
-        return changed(BreakingChange, paragraph().setWordWrapping(value));
+        return changed(Stage::Breaking, paragraph().setWordWrapping(value));
     }
     HRESULT STDMETHODCALLTYPE SetReadingDirection(DWRITE_READING_DIRECTION value) final {
-        return changed(ShapingChange, paragraph().setReadingDirection(value));
+        return changed(Stage::Shaping, paragraph().setReadingDirection(value));
     }
     HRESULT STDMETHODCALLTYPE SetFlowDirection(DWRITE_FLOW_DIRECTION value) final {
-        return changed(PlacingChange, paragraph().setFlowDirection(value));
+        return changed(Stage::Placing, paragraph().setFlowDirection(value));
     }
     HRESULT STDMETHODCALLTYPE SetIncrementalTabStop(FLOAT value) final {
-        return changed(BreakingChange, paragraph().setIncrementalTabStop(value));
+        return changed(Stage::Breaking, paragraph().setIncrementalTabStop(value));
     }
     HRESULT STDMETHODCALLTYPE SetTrimming(const DWRITE_TRIMMING* value, IDWriteInlineObject* sign) final {
-        return changed(BreakingChange, paragraph().setTrimming(value, sign));
+        return changed(Stage::Breaking, paragraph().setTrimming(value, sign));
     }
     HRESULT STDMETHODCALLTYPE SetLineSpacing(DWRITE_LINE_SPACING_METHOD method, FLOAT spacing, FLOAT baseline) final {
-        return changed(BreakingChange, paragraph().setLineSpacing(method, spacing, baseline));
+        return changed(Stage::Breaking, paragraph().setLineSpacing(method, spacing, baseline));
     }
 
     DWRITE_TEXT_ALIGNMENT STDMETHODCALLTYPE GetTextAlignment() final { return paragraph().textAlignment; }
@@ -50,7 +51,7 @@ public:
     FLOAT STDMETHODCALLTYPE GetIncrementalTabStop() final { return paragraph().incrementalTabStop; }
     HRESULT STDMETHODCALLTYPE GetTrimming(DWRITE_TRIMMING* value, IDWriteInlineObject** sign) final {
         *value = paragraph().trimming;
-        handOutOrNull(paragraph().trimmingSign, sign);
+        handOut(paragraph().trimmingSign.get(), sign);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetLineSpacing(DWRITE_LINE_SPACING_METHOD* method, FLOAT* spacing,
@@ -62,7 +63,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE GetFontCollection(IDWriteFontCollection** collection) final {
-        handOutOrNull(font().collection, collection);
+        handOut(font().collection.get(), collection);
         return S_OK;
     }
     UINT32 STDMETHODCALLTYPE GetFontFamilyNameLength() final {
@@ -81,18 +82,16 @@ public:
     }
 
 protected:
-    /// The earliest work that a changed setting undoes.
-    enum Change { ShapingChange, BreakingChange, PlacingChange };
-
     virtual ParagraphSettings& paragraph() noexcept = 0;
     virtual const FontSettings& font() const noexcept = 0;
-    virtual void settingsChanged(Change) noexcept {}
+    /// What a setting undoes that was changed.
+    virtual void settingsChanged(Stage) noexcept {}
 
     ~FormatOperations() = default;
 
-    HRESULT changed(Change change, HRESULT result) noexcept {
+    HRESULT changed(Stage undone, HRESULT result) noexcept {
         if (SUCCEEDED(result)) {
-            settingsChanged(change);
+            settingsChanged(undone);
         }
         return result;
     }
@@ -106,14 +105,14 @@ public:
     }
     HRESULT STDMETHODCALLTYPE SetLastLineWrapping(BOOL value) final {
         paragraph().lastLineWrapping = value != FALSE;
-        return changed(BreakingChange, S_OK);
+        return changed(Stage::Breaking, S_OK);
     }
     HRESULT STDMETHODCALLTYPE SetOpticalAlignment(DWRITE_OPTICAL_ALIGNMENT value) final {
-        return changed(PlacingChange, paragraph().setOpticalAlignment(value));
+        return changed(Stage::Placing, paragraph().setOpticalAlignment(value));
     }
     HRESULT STDMETHODCALLTYPE SetFontFallback(IDWriteFontFallback* value) final {
         paragraph().fontFallback = value;
-        return changed(ShapingChange, S_OK);
+        return changed(Stage::Shaping, S_OK);
     }
 
     DWRITE_VERTICAL_GLYPH_ORIENTATION STDMETHODCALLTYPE GetVerticalGlyphOrientation() final {
@@ -122,7 +121,7 @@ public:
     BOOL STDMETHODCALLTYPE GetLastLineWrapping() final { return paragraph().lastLineWrapping ? TRUE : FALSE; }
     DWRITE_OPTICAL_ALIGNMENT STDMETHODCALLTYPE GetOpticalAlignment() final { return paragraph().opticalAlignment; }
     HRESULT STDMETHODCALLTYPE GetFontFallback(IDWriteFontFallback** value) final {
-        handOutOrNull(paragraph().fontFallback, value);
+        handOut(paragraph().fontFallback.get(), value);
         return S_OK;
     }
 

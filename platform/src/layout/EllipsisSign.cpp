@@ -37,8 +37,8 @@ HRESULT CEllipsisSign::measure() {
     if (const HRESULT result = m_pipeline.finish(); FAILED(result)) {
         return result;
     }
-    m_width = textMetrics(m_pipeline).width;
-    m_overhang = overhangMetrics(m_pipeline);
+    m_width = textMetrics(m_pipeline.laidOut()).width;
+    m_overhang = overhangMetrics(m_pipeline.laidOut());
     m_overhang.right -= m_width;
     return S_OK;
 }
@@ -48,7 +48,7 @@ HRESULT CEllipsisSign::Draw(void* context, IDWriteTextRenderer* renderer, FLOAT 
     if (renderer == nullptr) {
         return E_INVALIDARG;
     }
-    return guarded([&] { return drawLayout(m_pipeline, context, *renderer, originX, originY, effect); });
+    return guarded([&] { return drawText(m_pipeline.laidOut(), context, *renderer, originX, originY, effect); });
 }
 
 HRESULT CEllipsisSign::GetMetrics(DWRITE_INLINE_OBJECT_METRICS* metrics) {

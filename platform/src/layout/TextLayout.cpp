@@ -11,7 +11,7 @@ CTextLayout::CTextLayout(const WCHAR* text, UINT32 length, const FormatSettings&
 
 HRESULT CTextLayout::QueryInterface(REFIID riid, void** object) {
     if (riid == formatSettingsId) {
-        *object = const_cast<FormatSettings*>(&m_pipeline.format());
+        *object = const_cast<FormatSettings*>(&m_pipeline.input().format);
         return S_OK;
     }
     if (riid == __uuidof(IDWriteTextFormat) || riid == __uuidof(IDWriteTextFormat1)) {
@@ -22,26 +22,12 @@ HRESULT CTextLayout::QueryInterface(REFIID riid, void** object) {
     return CHeapObject::QueryInterface(riid, object);
 }
 
-void CTextLayout::redo(int change) noexcept {
-    switch (change) {
-    case ShapingChange:
-        m_pipeline.redo(TextPipeline::Stage::Shaping);
-        break;
-    case BreakingChange:
-        m_pipeline.redo(TextPipeline::Stage::Breaking);
-        break;
-    default:
-        m_pipeline.redo(TextPipeline::Stage::Placing);
-        break;
-    }
-}
-
 HRESULT CTextLayout::SetMaxWidth(FLOAT maxWidth) {
     if (maxWidth < 0.0F) {
         return E_INVALIDARG;
     }
-    m_pipeline.box().width = maxWidth;
-    m_pipeline.redo(TextPipeline::Stage::Breaking);
+    m_pipeline.input().box.width = maxWidth;
+    m_pipeline.redo(Stage::Breaking);
     return S_OK;
 }
 
@@ -49,24 +35,24 @@ HRESULT CTextLayout::SetMaxHeight(FLOAT maxHeight) {
     if (maxHeight < 0.0F) {
         return E_INVALIDARG;
     }
-    m_pipeline.box().height = maxHeight;
-    m_pipeline.redo(paragraph().lastLineWrapping ? TextPipeline::Stage::Placing : TextPipeline::Stage::Breaking);
+    m_pipeline.input().box.height = maxHeight;
+    m_pipeline.redo(paragraph().lastLineWrapping ? Stage::Placing : Stage::Breaking);
     return S_OK;
 }
 
 FLOAT CTextLayout::GetMaxWidth() {
-    return m_pipeline.box().width;
+    return m_pipeline.input().box.width;
 }
 
 FLOAT CTextLayout::GetMaxHeight() {
-    return m_pipeline.box().height;
+    return m_pipeline.input().box.height;
 }
 
 template <class Answer>
 HRESULT CTextLayout::finished(Answer answer) {
     return guarded([&] {
         const HRESULT result = m_pipeline.finish();
-        return FAILED(result) ? result : answer();
+        return FAILED(result) ? result : answer(m_pipeline.laidOut());
     });
 }
 
@@ -74,29 +60,33 @@ HRESULT CTextLayout::Draw(void* context, IDWriteTextRenderer* renderer, FLOAT or
     if (renderer == nullptr) {
         return E_INVALIDARG;
     }
-    return finished([&] { return drawLayout(m_pipeline, context, *renderer, originX, originY); });
+    return finished(
+        [&](const LaidOutText& laidOut) { return drawText(laidOut, context, *renderer, originX, originY); });
 }
 
 HRESULT CTextLayout::GetLineMetrics(DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32* count) {
-    return finished([&] { return lineMetrics(m_pipeline, metrics, maxCount, *count); });
+    return finished([&](const LaidOutText& laidOut) { return lineMetrics(laidOut, metrics, maxCount, *count); });
 }
 
 HRESULT CTextLayout::GetMetrics(DWRITE_TEXT_METRICS* metrics) {
-    return finished([&] {
-        *metrics = textMetrics(m_pipeline);
+    return finished([&](const LaidOutText& laidOut) {
+        *metrics = textMetrics(laidOut);
         return S_OK;
     });
 }
 
 HRESULT CTextLayout::GetOverhangMetrics(DWRITE_OVERHANG_METRICS* overhangs) {
-    return finished([&] {
-        *overhangs = overhangMetrics(m_pipeline);
+    return finished([&](const LaidOutText& laidOut) {
+        *overhangs = overhangMetrics(laidOut);
         return S_OK;
     });
 }
 
 HRESULT CTextLayout::GetClusterMetrics(DWRITE_CLUSTER_METRICS* metrics, UINT32 maxCount, UINT32* count) {
-    return finished([&] { return clusterMetrics(m_pipeline, metrics, maxCount, *count); });
+    return finished([&](const LaidOutText& laidOut) {
+        m_pipeline.findOpportunities();
+        return clusterMetrics(laidOut, metrics, maxCount, *count);
+    });
 }
 
 HRESULT CTextLayout::DetermineMinWidth(FLOAT* minWidth) {
@@ -104,16 +94,17 @@ HRESULT CTextLayout::DetermineMinWidth(FLOAT* minWidth) {
         return E_INVALIDARG;
     }
     *minWidth = 0.0F;
-    return finished([&] {
-        *minWidth = narrowestWidth(m_pipeline);
+    return finished([&](const LaidOutText& laidOut) {
+        m_pipeline.findOpportunities();
+        *minWidth = narrowestWidth(laidOut);
         return S_OK;
     });
 }
 
 HRESULT CTextLayout::HitTestPoint(FLOAT x, FLOAT y, BOOL* isTrailingHit, BOOL* isInside,
                                   DWRITE_HIT_TEST_METRICS* metrics) {
-    return finished([&] {
-        const PointHit hit = hitTestPoint(m_pipeline, x, y);
+    return finished([&](const LaidOutText& laidOut) {
+        const PointHit hit = hitTestPoint(laidOut, x, y);
         *isTrailingHit = hit.isTrailing ? TRUE : FALSE;
         *isInside = hit.isInside ? TRUE : FALSE;
         *metrics = hit.metrics;
@@ -123,8 +114,8 @@ HRESULT CTextLayout::HitTestPoint(FLOAT x, FLOAT y, BOOL* isTrailingHit, BOOL* i
 
 HRESULT CTextLayout::HitTestTextPosition(UINT32 position, BOOL isTrailingHit, FLOAT* x, FLOAT* y,
                                          DWRITE_HIT_TEST_METRICS* metrics) {
-    return finished([&] {
-        const Caret caret = hitTestPosition(m_pipeline, position, isTrailingHit != FALSE);
+    return finished([&](const LaidOutText& laidOut) {
+        const Caret caret = hitTestPosition(laidOut, position, isTrailingHit != FALSE);
         *x = caret.x;
         *y = caret.y;
         *metrics = caret.metrics;
@@ -134,8 +125,8 @@ HRESULT CTextLayout::HitTestTextPosition(UINT32 position, BOOL isTrailingHit, FL
 
 HRESULT CTextLayout::HitTestTextRange(UINT32 position, UINT32 length, FLOAT originX, FLOAT originY,
                                       DWRITE_HIT_TEST_METRICS* metrics, UINT32 maxCount, UINT32* count) {
-    return finished([&] {
-        const std::vector<DWRITE_HIT_TEST_METRICS> boxes = hitTestRange(m_pipeline, position, length, originX, originY);
+    return finished([&](const LaidOutText& laidOut) {
+        const std::vector<DWRITE_HIT_TEST_METRICS> boxes = hitTestRange(laidOut, position, length, originX, originY);
         return copyOut(boxes, metrics, maxCount, *count);
     });
 }

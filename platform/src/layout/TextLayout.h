@@ -90,9 +90,9 @@ public:
                                                UINT32* count) override;
 
 protected:
-    ParagraphSettings& paragraph() noexcept override { return m_pipeline.settings(); }
-    const FontSettings& font() const noexcept override { return m_pipeline.format().font; }
-    void settingsChanged(Change change) noexcept override { redo(change); }
+    ParagraphSettings& paragraph() noexcept override { return m_pipeline.input().format.paragraph; }
+    const FontSettings& font() const noexcept override { return m_pipeline.input().format.font; }
+    void settingsChanged(Stage undone) noexcept override { m_pipeline.redo(undone); }
 
 private:
     /// The layout seen as a text format.
@@ -108,7 +108,7 @@ private:
     protected:
         ParagraphSettings& paragraph() noexcept override { return m_layout.paragraph(); }
         const FontSettings& font() const noexcept override { return m_layout.font(); }
-        void settingsChanged(Change change) noexcept override { m_layout.redo(change); }
+        void settingsChanged(Stage undone) noexcept override { m_layout.settingsChanged(undone); }
 
     private:
         CTextLayout& m_layout;
@@ -116,11 +116,9 @@ private:
 
     /// Sets a member of a range's styles; what it undoes is named only if something changed.
     template <class Value>
-    HRESULT setStyle(DWRITE_TEXT_RANGE range, Value RunStyle::*member, const Value& value, TextPipeline::Stage undone);
+    HRESULT setStyle(DWRITE_TEXT_RANGE range, Value RunStyle::*member, const Value& value, Stage undone);
 
-    /// Forgets the work that a changed paragraph setting undoes.
-    void redo(int change) noexcept;
-    /// Does the work, then calls `answer`.
+    /// Does the work, then calls `answer` with the result.
     template <class Answer>
     HRESULT finished(Answer answer);
 

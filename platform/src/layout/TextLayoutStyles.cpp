@@ -17,10 +17,9 @@ constexpr std::size_t maxLocaleSize = 85;
 } // namespace
 
 template <class Value>
-HRESULT CTextLayout::setStyle(DWRITE_TEXT_RANGE range, Value RunStyle::*member, const Value& value,
-                              TextPipeline::Stage undone) {
+HRESULT CTextLayout::setStyle(DWRITE_TEXT_RANGE range, Value RunStyle::*member, const Value& value, Stage undone) {
     return guarded([&] {
-        const HRESULT result = m_pipeline.properties().set(range, member, value);
+        const HRESULT result = m_pipeline.input().styles.set(range, member, value);
         if (result == S_OK) {
             m_pipeline.redo(undone);
         }
@@ -32,138 +31,131 @@ HRESULT CTextLayout::SetFontCollection(IDWriteFontCollection* collection, DWRITE
     if (!CFontCollection::isUsable(collection)) {
         return E_INVALIDARG;
     }
-    return setStyle(range, &RunStyle::collection, Reference<IDWriteFontCollection>(collection),
-                    TextPipeline::Stage::Shaping);
+    return setStyle(range, &RunStyle::collection, Reference<IDWriteFontCollection>(collection), Stage::Shaping);
 }
 
 HRESULT CTextLayout::SetFontFamilyName(const WCHAR* name, DWRITE_TEXT_RANGE range) {
     if (name == nullptr || !isUtf16(name)) {
         return E_INVALIDARG;
     }
-    return guarded([&] { return setStyle(range, &RunStyle::family, makeName(name), TextPipeline::Stage::Shaping); });
+    return guarded([&] { return setStyle(range, &RunStyle::family, makeName(name), Stage::Shaping); });
 }
 
 HRESULT CTextLayout::SetFontWeight(DWRITE_FONT_WEIGHT weight, DWRITE_TEXT_RANGE range) {
-    return isValidWeight(weight) ? setStyle(range, &RunStyle::weight, weight, TextPipeline::Stage::Shaping)
-                                 : E_INVALIDARG;
+    return isValidWeight(weight) ? setStyle(range, &RunStyle::weight, weight, Stage::Shaping) : E_INVALIDARG;
 }
 
 HRESULT CTextLayout::SetFontStyle(DWRITE_FONT_STYLE style, DWRITE_TEXT_RANGE range) {
-    return isValidStyle(style) ? setStyle(range, &RunStyle::style, style, TextPipeline::Stage::Shaping) : E_INVALIDARG;
+    return isValidStyle(style) ? setStyle(range, &RunStyle::style, style, Stage::Shaping) : E_INVALIDARG;
 }
 
 HRESULT CTextLayout::SetFontStretch(DWRITE_FONT_STRETCH stretch, DWRITE_TEXT_RANGE range) {
-    return isValidStretch(stretch) ? setStyle(range, &RunStyle::stretch, stretch, TextPipeline::Stage::Shaping)
-                                   : E_INVALIDARG;
+    return isValidStretch(stretch) ? setStyle(range, &RunStyle::stretch, stretch, Stage::Shaping) : E_INVALIDARG;
 }
 
 HRESULT CTextLayout::SetFontSize(FLOAT size, DWRITE_TEXT_RANGE range) {
-    return isValidSize(size) ? setStyle(range, &RunStyle::size, size, TextPipeline::Stage::Shaping) : E_INVALIDARG;
+    return isValidSize(size) ? setStyle(range, &RunStyle::size, size, Stage::Shaping) : E_INVALIDARG;
 }
 
 HRESULT CTextLayout::SetUnderline(BOOL underline, DWRITE_TEXT_RANGE range) {
-    return setStyle(range, &RunStyle::underline, underline != FALSE, TextPipeline::Stage::Done);
+    return setStyle(range, &RunStyle::underline, underline != FALSE, Stage::Done);
 }
 
 HRESULT CTextLayout::SetStrikethrough(BOOL strikethrough, DWRITE_TEXT_RANGE range) {
-    return setStyle(range, &RunStyle::strikethrough, strikethrough != FALSE, TextPipeline::Stage::Done);
+    return setStyle(range, &RunStyle::strikethrough, strikethrough != FALSE, Stage::Done);
 }
 
 HRESULT CTextLayout::SetDrawingEffect(IUnknown* effect, DWRITE_TEXT_RANGE range) {
-    return setStyle(range, &RunStyle::effect, Reference<IUnknown>(effect), TextPipeline::Stage::Done);
+    return setStyle(range, &RunStyle::effect, Reference<IUnknown>(effect), Stage::Done);
 }
 
 HRESULT CTextLayout::SetInlineObject(IDWriteInlineObject* object, DWRITE_TEXT_RANGE range) {
-    return setStyle(range, &RunStyle::inlineObject, Reference<IDWriteInlineObject>(object),
-                    TextPipeline::Stage::Shaping);
+    return setStyle(range, &RunStyle::inlineObject, Reference<IDWriteInlineObject>(object), Stage::Shaping);
 }
 
 HRESULT CTextLayout::SetTypography(IDWriteTypography* typography, DWRITE_TEXT_RANGE range) {
-    return setStyle(range, &RunStyle::typography, Reference<IDWriteTypography>(typography),
-                    TextPipeline::Stage::Shaping);
+    return setStyle(range, &RunStyle::typography, Reference<IDWriteTypography>(typography), Stage::Shaping);
 }
 
 HRESULT CTextLayout::SetLocaleName(const WCHAR* name, DWRITE_TEXT_RANGE range) {
     if (name == nullptr || std::wcslen(name) >= maxLocaleSize || !isUtf16(name)) {
         return E_INVALIDARG;
     }
-    return guarded(
-        [&] { return setStyle(range, &RunStyle::locale, makeLocaleName(name), TextPipeline::Stage::Shaping); });
+    return guarded([&] { return setStyle(range, &RunStyle::locale, makeLocaleName(name), Stage::Shaping); });
 }
 
 HRESULT CTextLayout::SetPairKerning(BOOL isKerned, DWRITE_TEXT_RANGE range) {
-    return setStyle(range, &RunStyle::isKerned, isKerned != FALSE, TextPipeline::Stage::Shaping);
+    return setStyle(range, &RunStyle::isKerned, isKerned != FALSE, Stage::Shaping);
 }
 
 HRESULT CTextLayout::SetCharacterSpacing(FLOAT leading, FLOAT trailing, FLOAT minimumAdvance, DWRITE_TEXT_RANGE range) {
     if (minimumAdvance < 0.0F) {
         return E_INVALIDARG;
     }
-    return setStyle(range, &RunStyle::spacing, CharacterSpacing{leading, trailing, minimumAdvance},
-                    TextPipeline::Stage::Shaping);
+    return setStyle(range, &RunStyle::spacing, CharacterSpacing{leading, trailing, minimumAdvance}, Stage::Shaping);
 }
 
 HRESULT CTextLayout::GetFontCollection(UINT32 position, IDWriteFontCollection** collection, DWRITE_TEXT_RANGE* range) {
-    handOutOrNull(m_pipeline.properties().at(position, range).collection, collection);
+    handOut(m_pipeline.input().styles.at(position, range).collection.get(), collection);
     return S_OK;
 }
 
 HRESULT CTextLayout::GetFontFamilyNameLength(UINT32 position, UINT32* length, DWRITE_TEXT_RANGE* range) {
-    *length = static_cast<UINT32>(textOf(m_pipeline.properties().at(position, range).family).size());
+    *length = static_cast<UINT32>(textOf(m_pipeline.input().styles.at(position, range).family).size());
     return S_OK;
 }
 
 HRESULT CTextLayout::GetFontFamilyName(UINT32 position, WCHAR* name, UINT32 size, DWRITE_TEXT_RANGE* range) {
-    return copyName(textOf(m_pipeline.properties().at(position, range).family), name, size);
+    return copyName(textOf(m_pipeline.input().styles.at(position, range).family), name, size);
 }
 
 HRESULT CTextLayout::GetFontWeight(UINT32 position, DWRITE_FONT_WEIGHT* weight, DWRITE_TEXT_RANGE* range) {
-    *weight = m_pipeline.properties().at(position, range).weight;
+    *weight = m_pipeline.input().styles.at(position, range).weight;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetFontStyle(UINT32 position, DWRITE_FONT_STYLE* style, DWRITE_TEXT_RANGE* range) {
-    *style = m_pipeline.properties().at(position, range).style;
+    *style = m_pipeline.input().styles.at(position, range).style;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetFontStretch(UINT32 position, DWRITE_FONT_STRETCH* stretch, DWRITE_TEXT_RANGE* range) {
-    *stretch = m_pipeline.properties().at(position, range).stretch;
+    *stretch = m_pipeline.input().styles.at(position, range).stretch;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetFontSize(UINT32 position, FLOAT* size, DWRITE_TEXT_RANGE* range) {
-    *size = m_pipeline.properties().at(position, range).size;
+    *size = m_pipeline.input().styles.at(position, range).size;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetUnderline(UINT32 position, BOOL* underline, DWRITE_TEXT_RANGE* range) {
-    *underline = m_pipeline.properties().at(position, range).underline ? TRUE : FALSE;
+    *underline = m_pipeline.input().styles.at(position, range).underline ? TRUE : FALSE;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetStrikethrough(UINT32 position, BOOL* strikethrough, DWRITE_TEXT_RANGE* range) {
-    *strikethrough = m_pipeline.properties().at(position, range).strikethrough ? TRUE : FALSE;
+    *strikethrough = m_pipeline.input().styles.at(position, range).strikethrough ? TRUE : FALSE;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetDrawingEffect(UINT32 position, IUnknown** effect, DWRITE_TEXT_RANGE* range) {
-    handOutOrNull(m_pipeline.properties().at(position, range).effect, effect);
+    handOut(m_pipeline.input().styles.at(position, range).effect.get(), effect);
     return S_OK;
 }
 
 HRESULT CTextLayout::GetInlineObject(UINT32 position, IDWriteInlineObject** object, DWRITE_TEXT_RANGE* range) {
-    handOutOrNull(m_pipeline.properties().at(position, range).inlineObject, object);
+    handOut(m_pipeline.input().styles.at(position, range).inlineObject.get(), object);
     return S_OK;
 }
 
 HRESULT CTextLayout::GetTypography(UINT32 position, IDWriteTypography** typography, DWRITE_TEXT_RANGE* range) {
-    handOutOrNull(m_pipeline.properties().at(position, range).typography, typography);
+    handOut(m_pipeline.input().styles.at(position, range).typography.get(), typography);
     return S_OK;
 }
 
 HRESULT CTextLayout::GetLocaleNameLength(UINT32 position, UINT32* length, DWRITE_TEXT_RANGE* range) {
-    *length = static_cast<UINT32>(textOf(m_pipeline.properties().at(position, range).locale).size());
+    *length = static_cast<UINT32>(textOf(m_pipeline.input().styles.at(position, range).locale).size());
     return S_OK;
 }
 
@@ -171,17 +163,17 @@ HRESULT CTextLayout::GetLocaleName(UINT32 position, WCHAR* name, UINT32 size, DW
     if (name == nullptr) {
         return E_INVALIDARG;
     }
-    return copyName(textOf(m_pipeline.properties().at(position, range).locale), name, size);
+    return copyName(textOf(m_pipeline.input().styles.at(position, range).locale), name, size);
 }
 
 HRESULT CTextLayout::GetPairKerning(UINT32 position, BOOL* isKerned, DWRITE_TEXT_RANGE* range) {
-    *isKerned = m_pipeline.properties().at(position, range).isKerned ? TRUE : FALSE;
+    *isKerned = m_pipeline.input().styles.at(position, range).isKerned ? TRUE : FALSE;
     return S_OK;
 }
 
 HRESULT CTextLayout::GetCharacterSpacing(UINT32 position, FLOAT* leading, FLOAT* trailing, FLOAT* minimumAdvance,
                                          DWRITE_TEXT_RANGE* range) {
-    const CharacterSpacing& spacing = m_pipeline.properties().at(position, range).spacing;
+    const CharacterSpacing& spacing = m_pipeline.input().styles.at(position, range).spacing;
     *leading = spacing.leading;
     *trailing = spacing.trailing;
     *minimumAdvance = spacing.minimumAdvance;

@@ -1,7 +1,7 @@
 #include "lines/Ink.h"
 
 #include "fonts/FontFace.h"
-#include "lines/LinePieces.h"
+#include "lines/ItemPieces.h"
 
 namespace platform {
 
@@ -22,12 +22,12 @@ void includeObject(IDWriteInlineObject& object, float left, float baseline, InkB
 }
 
 /// Adds the ink of a piece of a line.
-void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePiece& piece, InkBox& ink) {
-    const ShapedText& shaped = pipeline.shaped();
+void includePiece(const LaidOutText& laidOut, std::size_t index, const ItemPiece& piece, InkBox& ink) {
+    const ShapedText& shaped = laidOut.shaped();
     const TextItem& item = shaped.items[piece.item];
-    const Line& line = pipeline.lines()[index];
-    const float baseline = pipeline.placement().lines[index].top + line.baseline;
-    IDWriteInlineObject* const object = piece.isTrimmed ? pipeline.settings().trimmingSign.get() : item.inlineObject();
+    const Line& line = laidOut.lines[index];
+    const float baseline = laidOut.placement.lines[index].top + line.baseline;
+    IDWriteInlineObject* const object = piece.isTrimmed ? laidOut.settings().trimmingSign.get() : item.inlineObject();
     if (object != nullptr) {
         includeObject(*object, piece.left, baseline, ink);
     }
@@ -39,7 +39,7 @@ void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePie
     for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {
         const bool isShown =
             !shaped.clusters[i].has(Cluster::Shapeless) || (line.showsHyphen && i + 1 == line.clusterEnd);
-        const float width = placedWidth(pipeline, index, i);
+        const float width = placedWidth(laidOut, index, i);
         float pen = x;
         for (UINT32 glyph = shaped.clusters[i].glyphStart; isShown && glyph < shaped.glyphEnd(i); ++glyph) {
             const GlyphBounds& bounds = item.face->glyphBounds(shaped.glyphs[glyph]);
@@ -60,21 +60,21 @@ void includePiece(const TextPipeline& pipeline, std::size_t index, const LinePie
 
 } // namespace
 
-InkBox inkOf(const TextPipeline& pipeline, std::size_t line) {
+InkBox inkOf(const LaidOutText& laidOut, std::size_t line) {
     InkBox ink;
-    std::vector<LinePiece> pieces;
-    findPieces(pipeline, line, pieces);
-    for (const LinePiece& piece : pieces) {
-        includePiece(pipeline, line, piece, ink);
+    std::vector<ItemPiece> pieces;
+    findPieces(laidOut, line, pieces);
+    for (const ItemPiece& piece : pieces) {
+        includePiece(laidOut, line, piece, ink);
     }
     return ink;
 }
 
-std::vector<SideBearings> findSideBearings(const TextPipeline& pipeline) {
-    std::vector<SideBearings> bearings(pipeline.lines().size());
+std::vector<SideBearings> findSideBearings(const LaidOutText& laidOut) {
+    std::vector<SideBearings> bearings(laidOut.lines.size());
     for (std::size_t i = 0; i < bearings.size(); ++i) {
-        const InkBox ink = inkOf(pipeline, i);
-        const PlacedLine& placed = pipeline.placement().lines[i];
+        const InkBox ink = inkOf(laidOut, i);
+        const PlacedLine& placed = laidOut.placement.lines[i];
         if (!ink.isEmpty()) {
             bearings[i] = {ink.left - placed.left, placed.left + placed.width - ink.right};
         }

@@ -5,7 +5,7 @@
 #include <limits>
 #include <vector>
 
-#include "lines/TextPipeline.h"
+#include "lines/LaidOutText.h"
 
 namespace platform {
 
@@ -26,9 +26,9 @@ struct InkBox {
 };
 
 /// The ink of a line, relative to the layout's box.
-InkBox inkOf(const TextPipeline& pipeline, std::size_t line);
+InkBox inkOf(const LaidOutText& laidOut, std::size_t line);
 
-/// The room at the ends of every line of a pipeline whose lines are placed.
-std::vector<SideBearings> findSideBearings(const TextPipeline& pipeline);
+/// The room at the ends of every line. The lines are placed.
+std::vector<SideBearings> findSideBearings(const LaidOutText& laidOut);
 
 } // namespace platform

@@ -121,8 +121,8 @@ float topEdge(const ParagraphSettings& settings, float boxHeight, float height) 
 
 void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
                 const ParagraphSettings& settings, const Box& box, const std::vector<SideBearings>& bearings,
-                Placement& placement) {
-    placement = Placement();
+                PlacedLines& placement) {
+    placement = PlacedLines();
     placement.lines.resize(lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const Line& line = lines[i];

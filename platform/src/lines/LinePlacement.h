@@ -38,7 +38,7 @@ struct Box {
 };
 
 /// All lines in the box. `lines` belong to `shaped`.
-struct Placement {
+struct PlacedLines {
     std::vector<PlacedLine> lines;
     /// Of the widest line, as placed.
     float left = 0.0F;
@@ -48,11 +48,11 @@ struct Placement {
     float height = 0.0F;
 };
 
-/// Aligns and justifies lines that are broken already. What `bearings` say of the lines, if they say something, does
-/// not count as theirs.
+/// Aligns and justifies lines that are broken already. Where `bearings` are given, one for each line, the room
+/// that they measure does not count as the line's: its ink is aligned.
 void placeLines(std::u16string_view text, const ShapedText& shaped, const std::vector<Line>& lines,
                 const ParagraphSettings& settings, const Box& box, const std::vector<SideBearings>& bearings,
-                Placement& placement);
+                PlacedLines& placement);
 
 /// What justification adds to the width of `cluster` on its line.
 float stretchOf(std::u16string_view text, const ShapedText& shaped, const Line& line, const PlacedLine& placed,

@@ -29,34 +29,38 @@ std::size_t lastLineWithin(float height, const std::vector<Line>& lines) {
 } // namespace
 
 HRESULT TextPipeline::shape() {
-    m_results->opportunities.reset();
-    if (m_text.size() == 0) {
-        const RunStyle& style = m_properties.at(0);
-        m_results->shaped = ShapedText();
+    LaidOutText& laidOut = m_results->laidOut;
+    laidOut.opportunities.reset();
+    if (m_input.text.size() == 0) {
+        const RunStyle& style = m_input.styles.at(0);
+        laidOut.unbroken = ShapedText();
         m_results->emptyFace = baseFace(style);
         m_results->emptySize = style.size;
         return m_results->emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
     }
-    if (!itemize(m_text, m_properties, settings(), m_results->shaped.items, m_results->hostFaces)) {
+    if (!itemize(m_input.text, m_input.styles, m_input.format.paragraph, laidOut.unbroken.items,
+                 m_results->hostFaces)) {
         return DWRITE_E_NOFONT;
     }
-    buildClusters(m_text.units(), m_properties, m_results->shaped);
-    m_results->emptyFace = m_results->shaped.items.back().face;
-    m_results->emptySize = m_results->shaped.items.back().emSize;
+    buildClusters(m_input.text.units(), m_input.styles, laidOut.unbroken);
+    m_results->emptyFace = laidOut.unbroken.items.back().face;
+    m_results->emptySize = laidOut.unbroken.items.back().emSize;
     return S_OK;
 }
 
 const BreakOpportunities& TextPipeline::opportunities() {
-    if (!m_results->opportunities) {
-        m_results->opportunities = findBreakOpportunities(m_text.units(), m_results->shaped.items);
+    LaidOutText& laidOut = m_results->laidOut;
+    if (!laidOut.opportunities) {
+        laidOut.opportunities = findBreakOpportunities(m_input.text.units(), laidOut.unbroken.items);
     }
-    return *m_results->opportunities;
+    return *laidOut.opportunities;
 }
 
 LineBreakSettings TextPipeline::lineBreakSettings() const {
-    LineBreakSettings limits{m_box.width, settings().wordWrapping, settings().incrementalTabStop};
+    const ParagraphSettings& settings = m_input.format.paragraph;
+    LineBreakSettings limits{m_input.box.width, settings.wordWrapping, settings.incrementalTabStop};
     if (limits.wrapping == DWRITE_WORD_WRAPPING_WRAP &&
-        settings().trimming.granularity != DWRITE_TRIMMING_GRANULARITY_NONE) {
+        settings.trimming.granularity != DWRITE_TRIMMING_GRANULARITY_NONE) {
         // Words that are trimmed are not torn.
         limits.wrapping = DWRITE_WORD_WRAPPING_WHOLE_WORD;
     }
@@ -64,31 +68,42 @@ LineBreakSettings TextPipeline::lineBreakSettings() const {
 }
 
 void TextPipeline::breakIntoLines() {
+    const std::u16string_view text = m_input.text.units();
+    const ParagraphSettings& settings = m_input.format.paragraph;
+    LaidOutText& laidOut = m_results->laidOut;
     LineBreakSettings limits = lineBreakSettings();
     const std::function<const BreakOpportunities&()> ask = [this]() -> const BreakOpportunities& {
         return opportunities();
     };
-    breakLines(m_text.units(), m_properties, m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
-    if (!settings().lastLineWrapping) {
-        setLineHeights(shaped(), settings(), *m_results->emptyFace, m_results->emptySize, m_results->lines);
-        limits.unwrappedLine = lastLineWithin(m_box.height, m_results->lines);
-        breakLines(m_text.units(), m_properties, m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
+    const auto setHeights = [&] {
+        setLineHeights(laidOut.shaped(), settings, *m_results->emptyFace, m_results->emptySize, laidOut.lines);
+    };
+    breakLines(text, m_input.styles, laidOut.unbroken, limits, ask, laidOut.lines, laidOut.reshaped);
+    if (!settings.lastLineWrapping) {
+        setHeights();
+        limits.unwrappedLine = lastLineWithin(m_input.box.height, laidOut.lines);
+        breakLines(text, m_input.styles, laidOut.unbroken, limits, ask, laidOut.lines, laidOut.reshaped);
     }
-    trimLines(m_text.units(), shaped(), settings(), m_box.width, ask, m_results->lines);
-    setLineHeights(shaped(), settings(), *m_results->emptyFace, m_results->emptySize, m_results->lines);
+    trimLines(text, laidOut.shaped(), settings, m_input.box.width, ask, laidOut.lines);
+    setHeights();
 }
 
 void TextPipeline::place() {
-    placeLines(m_text.units(), shaped(), m_results->lines, settings(), m_box, {}, m_results->placement);
-    if (settings().opticalAlignment == DWRITE_OPTICAL_ALIGNMENT_NO_SIDE_BEARINGS) {
-        const std::vector<SideBearings> bearings = findSideBearings(*this);
-        placeLines(m_text.units(), shaped(), m_results->lines, settings(), m_box, bearings, m_results->placement);
+    const ParagraphSettings& settings = m_input.format.paragraph;
+    LaidOutText& laidOut = m_results->laidOut;
+    const auto placeWith = [&](const std::vector<SideBearings>& bearings) {
+        placeLines(m_input.text.units(), laidOut.shaped(), laidOut.lines, settings, m_input.box, bearings,
+                   laidOut.placement);
+    };
+    placeWith({});
+    if (settings.opticalAlignment == DWRITE_OPTICAL_ALIGNMENT_NO_SIDE_BEARINGS) {
+        placeWith(findSideBearings(laidOut));
     }
 }
 
 HRESULT TextPipeline::finish() {
     if (!m_results) {
-        m_results = std::make_unique<Results>();
+        m_results = std::make_unique<Results>(m_input);
     }
     if (m_next == Stage::Shaping) {
         if (const HRESULT result = shape(); FAILED(result)) {

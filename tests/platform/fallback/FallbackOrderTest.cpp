@@ -146,7 +146,7 @@ TEST(FallbackOrder, servesManyThreads) {
     }
 }
 
-TEST(FallbackOrders, areMadeOnceForAllNamesOfALanguage) {
+TEST(FallbackOrderCache, areMadeOnceForAllNamesOfALanguage) {
     FallbackOrderCache orders(CFontCollection::system());
     const auto get = [&orders](const wchar_t* locale, DWRITE_FONT_WEIGHT weight = DWRITE_FONT_WEIGHT_NORMAL) {
         return orders.get(locale, weight, DWRITE_FONT_STYLE_NORMAL, DWRITE_FONT_STRETCH_NORMAL);
@@ -157,7 +157,7 @@ TEST(FallbackOrders, areMadeOnceForAllNamesOfALanguage) {
     EXPECT_NE(get(L"zh-hant"), get(L"zh-hant", DWRITE_FONT_WEIGHT_BOLD));
 }
 
-TEST(FallbackOrders, keepABoundedNumber) {
+TEST(FallbackOrderCache, keepABoundedNumber) {
     FallbackOrderCache orders(CFontCollection::system());
     const auto get = [&orders](int weight) {
         return orders.get(L"", static_cast<DWRITE_FONT_WEIGHT>(weight), DWRITE_FONT_STYLE_NORMAL,

@@ -1,4 +1,4 @@
-#include "lines/LinePieces.h"
+#include "lines/ItemPieces.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -20,48 +20,48 @@ UINT32 findNeutralEnd(const ShapedText& shaped, const Line& line) {
     return end;
 }
 
-void addPiece(const TextPipeline& pipeline, std::size_t index, LinePiece piece, std::vector<LinePiece>& pieces) {
+void addPiece(const LaidOutText& laidOut, std::size_t index, ItemPiece piece, std::vector<ItemPiece>& pieces) {
     if (piece.clusterBegin >= piece.clusterEnd) {
         return;
     }
     for (UINT32 i = piece.clusterBegin; i < piece.clusterEnd; ++i) {
-        piece.width += placedWidth(pipeline, index, i);
+        piece.width += placedWidth(laidOut, index, i);
     }
     pieces.push_back(piece);
 }
 
 /// Adds a piece whose end may be the neutral end of its line.
-void addWithNeutralEnd(const TextPipeline& pipeline, std::size_t index, LinePiece piece, UINT32 neutralEnd,
-                       std::vector<LinePiece>& pieces) {
-    const std::uint8_t base = paragraphLevel(pipeline.settings().rightToLeft());
+void addWithNeutralEnd(const LaidOutText& laidOut, std::size_t index, ItemPiece piece, UINT32 neutralEnd,
+                       std::vector<ItemPiece>& pieces) {
+    const std::uint8_t base = paragraphLevel(laidOut.settings().rightToLeft());
     if (piece.level == base || neutralEnd >= piece.clusterEnd) {
-        addPiece(pipeline, index, piece, pieces);
+        addPiece(laidOut, index, piece, pieces);
         return;
     }
-    LinePiece neutral = piece;
+    ItemPiece neutral = piece;
     neutral.clusterBegin = std::max(piece.clusterBegin, neutralEnd);
     neutral.level = base;
     piece.clusterEnd = neutral.clusterBegin;
-    addPiece(pipeline, index, piece, pieces);
-    addPiece(pipeline, index, neutral, pieces);
+    addPiece(laidOut, index, piece, pieces);
+    addPiece(laidOut, index, neutral, pieces);
 }
 
-void arrange(const TextPipeline& pipeline, std::size_t index, std::vector<LinePiece>& pieces) {
-    const Line& line = pipeline.lines()[index];
+void arrange(const LaidOutText& laidOut, std::size_t index, std::vector<ItemPiece>& pieces) {
+    const Line& line = laidOut.lines[index];
     std::vector<std::uint8_t> levels;
     levels.reserve(pieces.size());
-    for (const LinePiece& piece : pieces) {
+    for (const ItemPiece& piece : pieces) {
         levels.push_back(piece.level);
     }
     std::vector<std::int32_t> order;
     findVisualOrder(levels, order);
-    const PlacedLine& placed = pipeline.placement().lines[index];
+    const PlacedLine& placed = laidOut.placement.lines[index];
     float x = placed.left - placed.bearing;
-    if (pipeline.settings().rightToLeft()) {
+    if (laidOut.settings().rightToLeft()) {
         x -= line.fullWidth - line.width;
     }
     for (const std::int32_t next : order) {
-        LinePiece& piece = pieces[static_cast<std::size_t>(next)];
+        ItemPiece& piece = pieces[static_cast<std::size_t>(next)];
         piece.left = x;
         x += piece.width;
     }
@@ -69,10 +69,10 @@ void arrange(const TextPipeline& pipeline, std::size_t index, std::vector<LinePi
 
 } // namespace
 
-float placedWidth(const TextPipeline& pipeline, std::size_t line, UINT32 cluster) {
-    const ShapedText& shaped = pipeline.shaped();
-    const PlacedLine& placed = pipeline.placement().lines[line];
-    const Line& broken = pipeline.lines()[line];
+float placedWidth(const LaidOutText& laidOut, std::size_t line, UINT32 cluster) {
+    const ShapedText& shaped = laidOut.shaped();
+    const PlacedLine& placed = laidOut.placement.lines[line];
+    const Line& broken = laidOut.lines[line];
     if (broken.isTrimmed && cluster >= broken.trimBegin && cluster < broken.trimEnd) {
         return cluster == broken.trimBegin ? broken.signWidth : 0.0F;
     }
@@ -80,13 +80,13 @@ float placedWidth(const TextPipeline& pipeline, std::size_t line, UINT32 cluster
     if (placed.gap == 0.0F) {
         return width;
     }
-    return width + stretchOf(pipeline.text().units(), shaped, broken, placed, cluster);
+    return width + stretchOf(laidOut.text().units(), shaped, broken, placed, cluster);
 }
 
-void findPieces(const TextPipeline& pipeline, std::size_t index, std::vector<LinePiece>& pieces) {
+void findPieces(const LaidOutText& laidOut, std::size_t index, std::vector<ItemPiece>& pieces) {
     pieces.clear();
-    const ShapedText& shaped = pipeline.shaped();
-    const Line& line = pipeline.lines()[index];
+    const ShapedText& shaped = laidOut.shaped();
+    const Line& line = laidOut.lines[index];
     if (line.clusterBegin == line.clusterEnd) {
         return;
     }
@@ -94,31 +94,31 @@ void findPieces(const TextPipeline& pipeline, std::size_t index, std::vector<Lin
     for (UINT32 i = shaped.itemOf(line.clusterBegin);
          i < shaped.items.size() && shaped.items[i].clusterBegin < line.clusterEnd; ++i) {
         const TextItem& item = shaped.items[i];
-        LinePiece piece;
+        ItemPiece piece;
         piece.item = i;
         piece.clusterBegin = std::max(item.clusterBegin, line.clusterBegin);
         piece.clusterEnd = std::min(item.clusterEnd, line.clusterEnd);
         piece.level = item.bidiLevel;
         if (!line.isTrimmed || piece.clusterEnd <= line.trimBegin || piece.clusterBegin >= line.trimEnd) {
-            addWithNeutralEnd(pipeline, index, piece, neutralEnd, pieces);
+            addWithNeutralEnd(laidOut, index, piece, neutralEnd, pieces);
             continue;
         }
-        LinePiece before = piece;
+        ItemPiece before = piece;
         before.clusterEnd = line.trimBegin;
-        addWithNeutralEnd(pipeline, index, before, neutralEnd, pieces);
+        addWithNeutralEnd(laidOut, index, before, neutralEnd, pieces);
         if (piece.clusterBegin <= line.trimBegin) {
-            LinePiece sign = piece;
+            ItemPiece sign = piece;
             sign.clusterBegin = line.trimBegin;
             sign.clusterEnd = line.trimEnd;
-            sign.level = paragraphLevel(pipeline.settings().rightToLeft());
+            sign.level = paragraphLevel(laidOut.settings().rightToLeft());
             sign.isTrimmed = true;
-            addPiece(pipeline, index, sign, pieces);
+            addPiece(laidOut, index, sign, pieces);
         }
-        LinePiece after = piece;
+        ItemPiece after = piece;
         after.clusterBegin = line.trimEnd;
-        addWithNeutralEnd(pipeline, index, after, neutralEnd, pieces);
+        addWithNeutralEnd(laidOut, index, after, neutralEnd, pieces);
     }
-    arrange(pipeline, index, pieces);
+    arrange(laidOut, index, pieces);
 }
 
 } // namespace platform

@@ -2,12 +2,12 @@
 
 #include <vector>
 
-#include "lines/TextPipeline.h"
+#include "lines/LaidOutText.h"
 
 namespace platform {
 
 /// A part of an item on one line, all of it at one bidi level, and so side by side.
-struct LinePiece {
+struct ItemPiece {
     UINT32 item = 0;
     UINT32 clusterBegin = 0;
     UINT32 clusterEnd = 0;
@@ -25,10 +25,10 @@ struct LinePiece {
 ///
 /// Whitespace at the line's end is at the paragraph's level, whatever surrounds it, and hangs over the end that lines
 /// of the paragraph have.
-void findPieces(const TextPipeline& pipeline, std::size_t index, std::vector<LinePiece>& pieces);
+void findPieces(const LaidOutText& laidOut, std::size_t index, std::vector<ItemPiece>& pieces);
 
 /// The width of a cluster as it stands on its line: stretched if the line is, that of the trimming sign for the first
 /// of the clusters that it stands for, and none for the others.
-float placedWidth(const TextPipeline& pipeline, std::size_t line, UINT32 cluster);
+float placedWidth(const LaidOutText& laidOut, std::size_t line, UINT32 cluster);
 
 } // namespace platform
