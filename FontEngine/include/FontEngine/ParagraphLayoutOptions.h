@@ -37,7 +37,7 @@ struct SLineSpacing {
 /// An OpenType feature for a run.
 struct SFontFeature {
     /// Four ASCII characters, such as "smcp".
-    std::string tag;
+    std::string tag{};
     /// 0: off, 1: on; more where the feature has alternatives.
     std::uint32_t value = 1;
 };
@@ -55,7 +55,7 @@ struct SRunFormat {
     /// Pairs of letters are moved together or apart as the font says.
     bool kerning = true;
     /// In the order in which they are applied.
-    std::vector<SFontFeature> features;
+    std::vector<SFontFeature> features{};
 };
 
 /// What the end of a line may do beside an inline box.
@@ -69,7 +69,7 @@ enum class EBreak : std::int32_t {
 /// A box of the caller's that stands in a line in place of text: a symbol, a fraction, a picture.
 struct SInlineBox {
     /// The text that it stands for; not empty. What stands there is not drawn.
-    render::TextRange range;
+    render::TextRange range{};
     double width = 0.0;
     /// From the baseline up to the box's top and down to its bottom.
     double ascent = 0.0;
@@ -93,14 +93,14 @@ struct SParagraphLayoutOptions {
     /// The distance between tab stops, as CRichTextDocument::tabStopWidth; above 0.
     double tabStopWidth = 40.0;
     /// The language that shapes and line breaks follow, as BCP 47 names it ("tr", "zh-Hans"); empty: none.
-    std::wstring locale;
+    std::wstring locale{};
     EReadingDirection direction = EReadingDirection::LeftToRight;
     EWrapping wrapping = EWrapping::AsParagraph;
-    SLineSpacing lineSpacing;
+    SLineSpacing lineSpacing{};
     /// One per token of the paragraph, or none at all.
-    std::vector<SRunFormat> runFormats;
+    std::vector<SRunFormat> runFormats{};
     /// In the order of their ranges, which do not overlap.
-    std::vector<SInlineBox> inlineBoxes;
+    std::vector<SInlineBox> inlineBoxes{};
     /// The grid that baselines stand on: that of ITextMetrics. 0: none.
     double baselineGrid = 0.01;
     EParagraphDetail detail = EParagraphDetail::All;

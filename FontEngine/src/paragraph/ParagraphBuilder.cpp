@@ -85,26 +85,28 @@ public:
 private:
     // What one unit of the platform's x lengths is in the paragraph's.
     double scale() const { return m_formats.commonFactor(); }
+    // Not negated: that would make -0 of the 0 that it mostly is.
+    double top() const { return 0.0 - static_cast<double>(m_metrics.top); }
 
     void takeBox() {
         OSLAYER_CHECK(m_platform.pLayout->GetMetrics(&m_metrics));
-        m_data->box.Set(
-            scale() * static_cast<double>(m_metrics.left), -static_cast<double>(m_metrics.height + m_metrics.top),
-            scale() * static_cast<double>(m_metrics.width + m_metrics.left), -static_cast<double>(m_metrics.top));
+        m_data->box.Set(scale() * static_cast<double>(m_metrics.left),
+                        -static_cast<double>(m_metrics.height + m_metrics.top),
+                        scale() * static_cast<double>(m_metrics.width + m_metrics.left), top());
     }
 
     void makeLines() {
-        double top = -static_cast<double>(m_metrics.top);
+        double edge = top();
         std::uint32_t position = 0;
         for (const DWRITE_LINE_METRICS& metrics : lineMetricsOf(m_platform.pLayout)) {
             SLine& line = m_data->lines.emplace_back();
             line.range = {position, metrics.length};
             line.trailingBlanks = metrics.trailingWhitespaceLength;
             line.newline = metrics.newlineLength;
-            line.top = top;
-            line.baseline = top - static_cast<double>(metrics.baseline);
-            top -= static_cast<double>(metrics.height);
-            line.bottom = top;
+            line.top = edge;
+            line.baseline = edge - static_cast<double>(metrics.baseline);
+            edge -= static_cast<double>(metrics.height);
+            line.bottom = edge;
             position += metrics.length;
         }
     }
