@@ -27,6 +27,17 @@ function(fontengine_settings TARGET)
         POSITION_INDEPENDENT_CODE ON)
     # The source path in messages is cut down to the part below this root.
     target_compile_definitions(${TARGET} PRIVATE FONTENGINE_SOURCE_ROOT="${PROJECT_SOURCE_DIR}/")
+    if(NOT MSVC)
+        # Where the sources lie, and how long that path is, changes nothing of what is built. (Debuggers need it.)
+        target_compile_options(${TARGET} PRIVATE
+            "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
+            "$<$<NOT:$<CONFIG:Debug>>:-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=.>"
+            "$<$<NOT:$<CONFIG:Debug>>:-fdebug-prefix-map=${PROJECT_BINARY_DIR}=.>")
+    endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND FONTENGINE_ELF)
+        # A library with symbols that are unique in the process is never unloaded.
+        target_compile_options(${TARGET} PRIVATE -fno-gnu-unique)
+    endif()
     if(MSVC)
         # Exported classes hold standard ones and derive from them: library and host share one runtime,
         # so the warnings that those are not exported (C4251, C4275) say nothing.
@@ -53,8 +64,8 @@ function(fontengine_settings TARGET)
 endfunction()
 
 # A static component: its folder is its include root (<Common/UUID.h> lies in
-# Common/Common). Components end up inside FontEngine, which exports from them
-# what FONTENGINE_API marks.
+# Common/Common). Components end up inside FontEngine::FontEngine, which exports
+# from them what FONTENGINE_API marks.
 function(fontengine_component TARGET)
     add_library(${TARGET} STATIC ${ARGN})
     fontengine_settings(${TARGET})

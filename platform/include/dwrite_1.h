@@ -2,6 +2,11 @@
 
 #include <dwrite.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 /// How glyphs stand in vertical text.
 enum DWRITE_VERTICAL_GLYPH_ORIENTATION : INT32 {
     DWRITE_VERTICAL_GLYPH_ORIENTATION_DEFAULT = 0,
@@ -27,3 +32,5 @@ struct IDWriteTextAnalysisSource1 : IDWriteTextAnalysisSource {
 
 PLATFORM_UUID(IDWriteFactory1, "30572f99-dac6-41db-a16e-0486307e606a");
 PLATFORM_UUID(IDWriteTextAnalysisSource1, "639cfad8-0fb4-4b21-a58a-067920120009");
+
+#pragma GCC diagnostic pop
