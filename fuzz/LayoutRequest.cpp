@@ -1,5 +1,6 @@
 #include "LayoutRequest.h"
 
+#include <cmath>
 #include <iterator>
 
 #include "OddObject.h"
@@ -55,6 +56,9 @@ LayoutRequest::LayoutRequest(Input& input) : m_width(takeWidth(input)), m_otherW
     takeParagraph(input);
     for (std::size_t left = input.below(9); left > 0; --left) {
         takeRange(input);
+    }
+    for (std::size_t left = input.below(5); left > 0; --left) {
+        takeSpacing(input);
     }
 }
 
@@ -167,6 +171,22 @@ void LayoutRequest::takeRange(Input& input) {
         return add([=](IDWriteTextLayout& layout) { layout.SetInlineObject(object, where); });
     }
     }
+}
+
+/// Room between clusters, and kerning.
+void LayoutRequest::takeSpacing(Input& input) {
+    static constexpr float rooms[] = {0.0F, 1.0F, -1.0F, 30.0F, -30.0F, 1e30F, -INFINITY, NAN};
+    const DWRITE_TEXT_RANGE where = range(input);
+    const float leading = rooms[input.below(std::size(rooms))];
+    const float trailing = rooms[input.below(std::size(rooms))];
+    const float minimum = rooms[input.below(std::size(rooms))];
+    const BOOL isKerned = input.below(2) == 0 ? TRUE : FALSE;
+    m_settings.push_back([=](IDWriteTextLayout& layout) {
+        com_ptr<IDWriteTextLayout1> later;
+        later.queryFrom(&layout);
+        later->SetCharacterSpacing(leading, trailing, minimum, where);
+        later->SetPairKerning(isKerned, where);
+    });
 }
 
 com_ptr<IDWriteTextLayout> LayoutRequest::create(float width) const {

@@ -30,6 +30,7 @@ private:
     void takeText(Input& input);
     void takeParagraph(Input& input);
     void takeRange(Input& input);
+    void takeSpacing(Input& input);
     DWRITE_TEXT_RANGE range(Input& input) const;
 
     std::wstring m_text;

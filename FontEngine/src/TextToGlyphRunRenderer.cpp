@@ -47,6 +47,11 @@ std::vector<MbCartPoint> glyphOrigins(const DWRITE_GLYPH_RUN& glyphRun, FLOAT ba
 
 SGlyphOutlineBounds getGlyphRunOutlineBounds(const DWRITE_GLYPH_RUN& glyphRun, FLOAT baselineOriginX,
                                              FLOAT baselineOriginY, const oslayer::com_ptr<ID2D1Factory>& d2dFactory) {
+    return getGlyphRunOutlineBounds(glyphRun, translation(baselineOriginX, baselineOriginY), d2dFactory);
+}
+
+SGlyphOutlineBounds getGlyphRunOutlineBounds(const DWRITE_GLYPH_RUN& glyphRun, const D2D1_MATRIX_3X2_F& placement,
+                                             const oslayer::com_ptr<ID2D1Factory>& d2dFactory) {
     SGlyphOutlineBounds result;
 
     oslayer::com_ptr<ID2D1PathGeometry> pPathGeometry;
@@ -71,7 +76,7 @@ SGlyphOutlineBounds getGlyphRunOutlineBounds(const DWRITE_GLYPH_RUN& glyphRun, F
         return result;
 
     D2D1_RECT_F rect = {};
-    result.hr = pPathGeometry->GetBounds(translation(baselineOriginX, baselineOriginY), &rect);
+    result.hr = pPathGeometry->GetBounds(placement, &rect);
     // Nothing drawn is reported as an inverted rectangle.
     if (SUCCEEDED(result.hr) && rect.left <= rect.right)
         include(result.bounds, rect);

@@ -29,6 +29,10 @@ struct SGlyphOutlineBounds {
 SGlyphOutlineBounds getGlyphRunOutlineBounds(const DWRITE_GLYPH_RUN& glyphRun, FLOAT baselineOriginX,
                                              FLOAT baselineOriginY, const oslayer::com_ptr<ID2D1Factory>& d2dFactory);
 
+// The same for outlines that `placement` takes from the run's own frame, y down, to where they stand.
+SGlyphOutlineBounds getGlyphRunOutlineBounds(const DWRITE_GLYPH_RUN& glyphRun, const D2D1_MATRIX_3X2_F& placement,
+                                             const oslayer::com_ptr<ID2D1Factory>& d2dFactory);
+
 // The sink a text layout is drawn into. It draws nothing, it measures: the ink
 // box of everything drawn, the glyph runs in drawing order, and a region for each
 // underline bar. A strikethrough widens the ink box and gives no region, on

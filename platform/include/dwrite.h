@@ -31,6 +31,10 @@ struct IDWriteFactory : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE CreateTextLayout(const WCHAR* string, UINT32 stringLength,
                                                        IDWriteTextFormat* textFormat, FLOAT maxWidth, FLOAT maxHeight,
                                                        IDWriteTextLayout** textLayout) = 0;
+    /// An ellipsis in the format's font and locale, to stand where text is trimmed. It has no height of its own. It may
+    /// be used by any number of formats and threads. E_INVALIDARG and null: no format.
+    virtual HRESULT STDMETHODCALLTYPE CreateEllipsisTrimmingSign(IDWriteTextFormat* textFormat,
+                                                                 IDWriteInlineObject** trimmingSign) = 0;
 };
 
 PLATFORM_UUID(IDWriteFactory, "b859ee5a-d838-4b5b-a2e8-1adc7d93db48");

@@ -5,6 +5,7 @@
 
 #include "fallback/FontFallback.h"
 #include "fonts/FontCollection.h"
+#include "layout/EllipsisSign.h"
 #include "layout/TextFormat.h"
 #include "layout/TextLayout.h"
 #include "layout/Typography.h"
@@ -101,6 +102,19 @@ HRESULT FactoryOperations::CreateTextLayout(const WCHAR* string, UINT32 stringLe
             return result;
         }
         return handOutNew(new CTextLayout(string, stringLength, settings, Box{maxWidth, maxHeight}), textLayout);
+    });
+}
+
+HRESULT FactoryOperations::CreateEllipsisTrimmingSign(IDWriteTextFormat* textFormat,
+                                                      IDWriteInlineObject** trimmingSign) {
+    *trimmingSign = nullptr;
+    if (textFormat == nullptr) {
+        return E_INVALIDARG;
+    }
+    return guarded([&] {
+        FormatSettings settings;
+        const HRESULT result = readFormat(*textFormat, settings);
+        return FAILED(result) ? result : CEllipsisSign::make(settings, trimmingSign);
     });
 }
 

@@ -22,6 +22,8 @@ public:
     HRESULT STDMETHODCALLTYPE CreateTypography(IDWriteTypography** typography) final;
     HRESULT STDMETHODCALLTYPE CreateTextLayout(const WCHAR* string, UINT32 stringLength, IDWriteTextFormat* textFormat,
                                                FLOAT maxWidth, FLOAT maxHeight, IDWriteTextLayout** textLayout) final;
+    HRESULT STDMETHODCALLTYPE CreateEllipsisTrimmingSign(IDWriteTextFormat* textFormat,
+                                                         IDWriteInlineObject** trimmingSign) final;
     HRESULT STDMETHODCALLTYPE GetSystemFontFallback(IDWriteFontFallback** fontFallback) final;
 
 protected:

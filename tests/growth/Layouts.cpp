@@ -36,6 +36,8 @@ void setRanges(const Shape& shape, UINT32 length, IDWriteTextLayout& layout) {
     oslayer::com_ptr<IDWriteTypography> features;
     OSLAYER_CHECK(factory().CreateTypography(&features));
     OSLAYER_CHECK(features->AddFontFeature({DWRITE_FONT_FEATURE_TAG_KERNING, 0}));
+    oslayer::com_ptr<IDWriteTextLayout1> later;
+    later.queryFrom(&layout);
     for (UINT32 position = 0; position < length; position += 2) {
         const DWRITE_TEXT_RANGE range{position, 1};
         switch (shape.ranges) {
@@ -56,6 +58,9 @@ void setRanges(const Shape& shape, UINT32 length, IDWriteTextLayout& layout) {
             break;
         case Ranges::Objects:
             layout.SetInlineObject(&square, range);
+            break;
+        case Ranges::Spacings:
+            later->SetCharacterSpacing(1.0F, 0.5F, 2.0F, range);
             break;
         }
     }

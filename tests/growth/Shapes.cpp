@@ -80,6 +80,7 @@ const std::vector<Shape>& shapes() {
         {"underlines in turn", u"ab", {}, Ranges::Underlines},
         {"locales in turn", u"ab", {}, Ranges::Locales},
         {"features in turn", u"ab", {}, Ranges::Features},
+        {"spacings in turn", u"AVo fi ", {}, Ranges::Spacings},
         {"inline objects", u"ab", {}, Ranges::Objects},
     };
     return all;

@@ -8,7 +8,7 @@
 namespace growth {
 
 /// What varies along a text besides its characters, at every second unit.
-enum class Ranges { None, Sizes, Underlines, Locales, Features, Objects };
+enum class Ranges { None, Sizes, Underlines, Locales, Features, Objects, Spacings };
 
 /// A kind of text that can be made as long as one likes.
 struct Shape {

@@ -11,6 +11,7 @@
 #include "fonts/FontFace.h"
 #include "layout/Graphemes.h"
 #include "layout/ScriptRuns.h"
+#include "layout/Spacing.h"
 #include "layout/WordShaper.h"
 
 namespace platform {
@@ -174,6 +175,7 @@ private:
         request.script = item.script;
         request.language = languageOf(item.locale);
         request.isRightToLeft = item.isRightToLeft();
+        request.isKerned = item.isKerned;
         const std::vector<hb_feature_t> features = featuresOf(item.typography);
         request.features = features;
         shapeByWords(request, WordStore::threads(), m_run);
@@ -262,7 +264,7 @@ private:
 
 } // namespace
 
-void buildClusters(std::u16string_view text, ShapedText& shaped) {
+void buildClusters(std::u16string_view text, const RangeProperties& styles, ShapedText& shaped) {
     shaped.clusters.clear();
     shaped.glyphs.clear();
     shaped.advances.clear();
@@ -278,9 +280,11 @@ void buildClusters(std::u16string_view text, ShapedText& shaped) {
         item.clusterEnd = static_cast<UINT32>(shaped.clusters.size());
     }
     builder.finish(static_cast<UINT32>(text.size()));
+    addSpacing(styles, 0, shaped);
 }
 
-void appendPart(std::u16string_view text, const TextItem& item, UINT32 start, UINT32 end, ShapedText& shaped) {
+void appendPart(std::u16string_view text, const RangeProperties& styles, const TextItem& item, UINT32 start, UINT32 end,
+                ShapedText& shaped) {
     if (!shaped.clusters.empty()) {
         shaped.clusters.pop_back();
     }
@@ -293,6 +297,7 @@ void appendPart(std::u16string_view text, const TextItem& item, UINT32 start, UI
     part.clusterEnd = static_cast<UINT32>(shaped.clusters.size());
     shaped.items.push_back(part);
     builder.finish(end);
+    addSpacing(styles, shaped.items.size() - 1, shaped);
 }
 
 } // namespace platform

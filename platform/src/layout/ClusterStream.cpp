@@ -42,7 +42,7 @@ UINT32 ClusterStream::changeBegin(UINT32 end) noexcept {
 float ClusterStream::reshapedWidth(UINT32 end, UINT32& begin) {
     begin = changeBegin(end);
     ShapedText tail;
-    appendPart(m_text, itemOf(begin), at(begin).textStart, at(end).textStart, tail);
+    appendPart(m_text, m_styles, itemOf(begin), at(begin).textStart, at(end).textStart, tail);
     UINT32 count = tail.clusterCount();
     while (count > 0 && tail.clusters[count - 1].has(Cluster::Hanging)) {
         --count;
@@ -93,9 +93,9 @@ ClusterStream::Taken ClusterStream::take(UINT32 end) {
     const UINT32 breakPosition = at(end).textStart;
     const UINT32 afterEnd = safe < size() ? at(safe).textStart : static_cast<UINT32>(m_text.size());
     appendTo(m_copy, 0, changed);
-    appendPart(m_text, before, at(changed).textStart, breakPosition, m_copy);
+    appendPart(m_text, m_styles, before, at(changed).textStart, breakPosition, m_copy);
     ShapedText head;
-    appendPart(m_text, after, breakPosition, afterEnd, head);
+    appendPart(m_text, m_styles, after, breakPosition, afterEnd, head);
     const UINT32 headLeft = m_head.clusterCount() - m_headTaken;
     if (safe < headLeft) {
         head.append(m_head, m_headTaken + safe, m_head.clusterCount());

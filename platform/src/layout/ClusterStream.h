@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "layout/RangeProperties.h"
 #include "layout/ShapedText.h"
 
 namespace platform {
@@ -14,8 +15,9 @@ namespace platform {
 class ClusterStream {
 public:
     /// `copy` must be empty.
-    ClusterStream(std::u16string_view text, ShapedText& original, ShapedText& copy) noexcept
-        : m_text(text), m_original(original), m_copy(copy) {}
+    ClusterStream(std::u16string_view text, const RangeProperties& styles, ShapedText& original,
+                  ShapedText& copy) noexcept
+        : m_text(text), m_styles(styles), m_original(original), m_copy(copy) {}
 
     /// How many clusters are left. They are counted from the next line's start.
     [[nodiscard]] UINT32 size() const noexcept {
@@ -53,6 +55,7 @@ private:
     [[nodiscard]] UINT32 changeBegin(UINT32 end) noexcept;
 
     std::u16string_view m_text;
+    const RangeProperties& m_styles;
     ShapedText& m_original;
     ShapedText& m_copy;
     bool m_isCopying = false;

@@ -42,9 +42,10 @@ bool isDrawnAlike(const RunStyle& left, const RunStyle& right) {
 
 class Drawer {
 public:
-    Drawer(const TextPipeline& pipeline, void* context, IDWriteTextRenderer& renderer, float originX, float originY)
+    Drawer(const TextPipeline& pipeline, void* context, IDWriteTextRenderer& renderer, float originX, float originY,
+           IUnknown* effect)
         : m_pipeline(pipeline), m_shaped(pipeline.shaped()), m_renderer(renderer, context), m_originX(originX),
-          m_originY(originY) {}
+          m_originY(originY), m_effect(effect) {}
 
     HRESULT draw() {
         HRESULT result = Snapping::ask(m_renderer.pixels(), m_renderer.context(), m_snapping);
@@ -115,6 +116,8 @@ private:
         return m_pipeline.properties().at(m_shaped.clusters[cluster].textStart);
     }
 
+    IUnknown* effectOf(const DrawnRun& run) const { return run.style->effect ? run.style->effect.get() : m_effect; }
+
     bool isShapeless(UINT32 cluster) const {
         const Line& line = m_pipeline.lines()[m_lineIndex];
         const bool isShownHyphen = line.showsHyphen && cluster + 1 == line.clusterEnd;
@@ -160,7 +163,7 @@ private:
         description.stringLength = m_shaped.textEnd(run.clusterEnd - 1) - textStart;
         mapClusters(run, firstGlyph, description.stringLength);
         description.clusterMap = m_clusterMap.data();
-        return m_renderer.drawGlyphRun(x, m_baseline, glyphs, description, run.style->effect.get());
+        return m_renderer.drawGlyphRun(x, m_baseline, glyphs, description, effectOf(run));
     }
 
     /// A renderer always gets arrays, even for runs without glyphs.
@@ -219,8 +222,7 @@ private:
         if (run.width == 0.0F || !(run.style->underline || run.style->strikethrough)) {
             return;
         }
-        const DecoratedStretch stretch{&item,     run.style->effect.get(), piece.isRightToLeft(), left, run.width,
-                                       m_baseline};
+        const DecoratedStretch stretch{&item, effectOf(run), piece.isRightToLeft(), left, run.width, m_baseline};
         if (run.style->underline) {
             m_lineUnderlines.push_back(stretch);
         }
@@ -232,8 +234,7 @@ private:
     void addObject(const TextItem& item, const LinePiece& piece, const DrawnRun& run, float left) {
         DWRITE_INLINE_OBJECT_METRICS metrics{};
         item.object->GetMetrics(&metrics);
-        m_objects.push_back(
-            {item.object, run.style->effect.get(), piece.isRightToLeft(), left, m_baseline - metrics.baseline});
+        m_objects.push_back({item.object, effectOf(run), piece.isRightToLeft(), left, m_baseline - metrics.baseline});
     }
 
     void addSign(const LinePiece& piece) {
@@ -242,7 +243,7 @@ private:
         if (sign != nullptr) {
             sign->GetMetrics(&metrics);
             m_objects.push_back(
-                {sign, nullptr, piece.isRightToLeft(), m_originX + piece.left, m_baseline - metrics.baseline});
+                {sign, m_effect, piece.isRightToLeft(), m_originX + piece.left, m_baseline - metrics.baseline});
         }
     }
 
@@ -262,6 +263,7 @@ private:
     const Renderer m_renderer;
     const float m_originX;
     const float m_originY;
+    IUnknown* const m_effect;
     Snapping m_snapping;
     std::vector<std::vector<DecoratedStretch>> m_underlines;
     std::vector<std::vector<DecoratedStretch>> m_strikethroughs;
@@ -281,8 +283,8 @@ private:
 } // namespace
 
 HRESULT drawLayout(const TextPipeline& pipeline, void* context, IDWriteTextRenderer& renderer, float originX,
-                   float originY) {
-    return Drawer(pipeline, context, renderer, originX, originY).draw();
+                   float originY, IUnknown* effect) {
+    return Drawer(pipeline, context, renderer, originX, originY, effect).draw();
 }
 
 } // namespace platform

@@ -225,6 +225,7 @@ private:
         item.bidiLevel = m_levels.empty() ? m_base : m_levels[m_position];
         item.kind = kind;
         item.locale = style.locale;
+        item.isKerned = style.isKerned;
         if (kind == ItemKind::Object) {
             item.object = style.inlineObject.get();
         } else {

@@ -8,9 +8,9 @@
 
 namespace platform {
 
-/// Cuts a layout's text into items: stretches of one font (after fallback), size, script, bidi level, locale and
-/// typography. Newlines, tabs, control characters and inline objects are items of their own. The clusters of the items
-/// are left open.
+/// Cuts a layout's text into items: stretches of one font (after fallback), size, script, bidi level, locale,
+/// kerning and typography. Newlines, tabs, control characters and inline objects are items of their own. The clusters
+/// of the items are left open.
 ///
 /// `settings` say who chooses fonts and which way lines are read.
 ///

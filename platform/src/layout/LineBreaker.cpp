@@ -237,12 +237,12 @@ float tabWidth(float x, float tabStop) noexcept {
     return std::max(0.0F, stop - x);
 }
 
-void breakLines(std::u16string_view text, ShapedText& shaped, const LineBreakSettings& settings,
-                const std::function<const BreakOpportunities&()>& opportunities, std::vector<Line>& lines,
-                ShapedText& reshaped) {
+void breakLines(std::u16string_view text, const RangeProperties& styles, ShapedText& shaped,
+                const LineBreakSettings& settings, const std::function<const BreakOpportunities&()>& opportunities,
+                std::vector<Line>& lines, ShapedText& reshaped) {
     lines.clear();
     reshaped = ShapedText();
-    LineBreaker(ClusterStream(text, shaped, reshaped), settings, opportunities, lines).run();
+    LineBreaker(ClusterStream(text, styles, shaped, reshaped), settings, opportunities, lines).run();
 }
 
 } // namespace platform

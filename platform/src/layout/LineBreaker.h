@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "layout/BreakOpportunities.h"
+#include "layout/RangeProperties.h"
 #include "layout/ShapedText.h"
 
 namespace platform {
@@ -52,9 +53,9 @@ struct LineBreakSettings {
 /// lines start and end, so they are written into `shaped`. Where a break changes the shapes next to it, `reshaped`
 /// becomes a copy of `shaped` with the new shapes and the lines are counted in its clusters; otherwise it is left
 /// empty.
-void breakLines(std::u16string_view text, ShapedText& shaped, const LineBreakSettings& settings,
-                const std::function<const BreakOpportunities&()>& opportunities, std::vector<Line>& lines,
-                ShapedText& reshaped);
+void breakLines(std::u16string_view text, const RangeProperties& styles, ShapedText& shaped,
+                const LineBreakSettings& settings, const std::function<const BreakOpportunities&()>& opportunities,
+                std::vector<Line>& lines, ShapedText& reshaped);
 
 /// How far a tab at `x` from a line's start reaches.
 float tabWidth(float x, float tabStop) noexcept;

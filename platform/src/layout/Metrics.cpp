@@ -186,7 +186,7 @@ float widenToShapesOfLines(TextPipeline& pipeline, float width) {
     for (float widest = width;;) {
         const LineBreakSettings settings{width, DWRITE_WORD_WRAPPING_WHOLE_WORD,
                                          pipeline.settings().incrementalTabStop};
-        breakLines(pipeline.text().units(), shaped, settings, opportunities, lines, reshaped);
+        breakLines(pipeline.text().units(), pipeline.properties(), shaped, settings, opportunities, lines, reshaped);
         for (const Line& line : lines) {
             widest = std::max(widest, line.width);
         }

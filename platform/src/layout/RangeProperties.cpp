@@ -5,16 +5,27 @@
 
 namespace platform {
 
+bool sameNumber(FLOAT left, FLOAT right) noexcept {
+    return left == right || (left != left && right != right);
+}
+
+bool sameSpacing(const CharacterSpacing& left, const CharacterSpacing& right) noexcept {
+    return sameNumber(left.leading, right.leading) && sameNumber(left.trailing, right.trailing) &&
+           sameNumber(left.minimumAdvance, right.minimumAdvance);
+}
+
 bool sameShaping(const RunStyle& left, const RunStyle& right) noexcept {
     return left.size == right.size && left.weight == right.weight && left.style == right.style &&
-           left.stretch == right.stretch && left.collection.get() == right.collection.get() &&
-           left.typography.get() == right.typography.get() && left.inlineObject.get() == right.inlineObject.get() &&
-           sameName(left.family, right.family) && sameName(left.locale, right.locale);
+           left.stretch == right.stretch && left.isKerned == right.isKerned &&
+           left.collection.get() == right.collection.get() && left.typography.get() == right.typography.get() &&
+           left.inlineObject.get() == right.inlineObject.get() && sameName(left.family, right.family) &&
+           sameName(left.locale, right.locale);
 }
 
 bool sameStyle(const RunStyle& left, const RunStyle& right) noexcept {
     return left.underline == right.underline && left.strikethrough == right.strikethrough &&
-           left.effect.get() == right.effect.get() && sameShaping(left, right);
+           left.effect.get() == right.effect.get() && sameSpacing(left.spacing, right.spacing) &&
+           sameShaping(left, right);
 }
 
 RangeProperties::RangeProperties(const FontSettings& initial) {

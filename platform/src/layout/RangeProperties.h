@@ -11,6 +11,19 @@
 
 namespace platform {
 
+/// The room that every cluster gets before and after it in reading order, and how wide it is at least.
+struct CharacterSpacing {
+    FLOAT leading = 0.0F;
+    FLOAT trailing = 0.0F;
+    FLOAT minimumAdvance = 0.0F;
+};
+
+/// Whether both are the same number, or both are none.
+bool sameNumber(FLOAT left, FLOAT right) noexcept;
+
+/// Whether both are the same numbers, or no numbers in the same places.
+bool sameSpacing(const CharacterSpacing& left, const CharacterSpacing& right) noexcept;
+
 /// Everything that can differ from one stretch of a layout's text to the next.
 struct RunStyle {
     Reference<IDWriteFontCollection> collection;
@@ -22,6 +35,8 @@ struct RunStyle {
     FLOAT size = 0.0F;
     bool underline = false;
     bool strikethrough = false;
+    bool isKerned = true;
+    CharacterSpacing spacing;
     Reference<IUnknown> effect;
     Reference<IDWriteInlineObject> inlineObject;
     Reference<IDWriteTypography> typography;
@@ -30,8 +45,8 @@ struct RunStyle {
 /// Whether text of both styles is formatted alike in every respect.
 bool sameStyle(const RunStyle& left, const RunStyle& right) noexcept;
 
-/// Whether text of both styles can be shaped as one run: decorations and effects are drawn over the shapes and leave
-/// them be.
+/// Whether text of both styles can be shaped as one run: decorations and effects are drawn over the shapes, and spacing
+/// moves them apart.
 bool sameShaping(const RunStyle& left, const RunStyle& right) noexcept;
 
 /// The styles of the positions 0 .. 2^32-2, whatever the length of the text: sorted stretches without gaps, each
@@ -61,10 +76,11 @@ public:
     static constexpr UINT32 end = 0xFFFFFFFF;
 
 private:
-    static bool sameValue(FLOAT left, FLOAT right) noexcept {
-        return left == right || (left != left && right != right);
-    }
+    static bool sameValue(FLOAT left, FLOAT right) noexcept { return sameNumber(left, right); }
     static bool sameValue(const Name& left, const Name& right) noexcept { return sameName(left, right); }
+    static bool sameValue(const CharacterSpacing& left, const CharacterSpacing& right) noexcept {
+        return sameSpacing(left, right);
+    }
     template <class Value>
     static bool sameValue(const Value& left, const Value& right) noexcept {
         return left == right;

@@ -23,7 +23,8 @@ enum class ItemKind : std::uint8_t {
     Object
 };
 
-/// A maximal stretch of text that is shaped at once: one font, size, script, direction, locale and typography.
+/// A maximal stretch of text that is shaped at once: one font, size, script, direction, locale, kerning and
+/// typography.
 struct TextItem {
     UINT32 start = 0;
     UINT32 length = 0;
@@ -35,6 +36,8 @@ struct TextItem {
     ItemKind kind = ItemKind::Text;
     /// No installed font has these characters: they are drawn as the face's glyph for missing characters.
     bool isMissing = false;
+    /// Pairs of letters are kerned.
+    bool isKerned = true;
     Name locale;
     /// There may be an item for every character, so that they are kept small: an object has no features.
     union {

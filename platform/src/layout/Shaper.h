@@ -24,6 +24,8 @@ struct ShapeRequest {
     /// HB_LANGUAGE_INVALID for none.
     hb_language_t language = HB_LANGUAGE_INVALID;
     bool isRightToLeft = false;
+    /// Pairs of letters are kerned. `features` may say otherwise of the same.
+    bool isKerned = true;
     std::span<const hb_feature_t> features;
     /// Find isUnsafeToConcat out too, which takes longer.
     bool asksUnsafeToConcat = false;

@@ -8,7 +8,7 @@
 namespace platform {
 
 /// A text in a box. Setters store; the work is done by the pipeline when somebody asks.
-class CTextLayout final : public CHeapObject<FormatOperations<IDWriteTextLayout>> {
+class CTextLayout final : public CHeapObject<FormatOperations<IDWriteTextLayout1>, IDWriteTextLayout> {
 public:
     CTextLayout(const WCHAR* text, UINT32 length, const FormatSettings& settings, const Box& box);
 
@@ -34,15 +34,15 @@ public:
 
     FLOAT STDMETHODCALLTYPE GetMaxWidth() override;
     FLOAT STDMETHODCALLTYPE GetMaxHeight() override;
-    using FormatOperations<IDWriteTextLayout>::GetFontCollection;
-    using FormatOperations<IDWriteTextLayout>::GetFontFamilyNameLength;
-    using FormatOperations<IDWriteTextLayout>::GetFontFamilyName;
-    using FormatOperations<IDWriteTextLayout>::GetFontWeight;
-    using FormatOperations<IDWriteTextLayout>::GetFontStyle;
-    using FormatOperations<IDWriteTextLayout>::GetFontStretch;
-    using FormatOperations<IDWriteTextLayout>::GetFontSize;
-    using FormatOperations<IDWriteTextLayout>::GetLocaleNameLength;
-    using FormatOperations<IDWriteTextLayout>::GetLocaleName;
+    using FormatOperations<IDWriteTextLayout1>::GetFontCollection;
+    using FormatOperations<IDWriteTextLayout1>::GetFontFamilyNameLength;
+    using FormatOperations<IDWriteTextLayout1>::GetFontFamilyName;
+    using FormatOperations<IDWriteTextLayout1>::GetFontWeight;
+    using FormatOperations<IDWriteTextLayout1>::GetFontStyle;
+    using FormatOperations<IDWriteTextLayout1>::GetFontStretch;
+    using FormatOperations<IDWriteTextLayout1>::GetFontSize;
+    using FormatOperations<IDWriteTextLayout1>::GetLocaleNameLength;
+    using FormatOperations<IDWriteTextLayout1>::GetLocaleName;
     HRESULT STDMETHODCALLTYPE GetFontCollection(UINT32 position, IDWriteFontCollection** collection,
                                                 DWRITE_TEXT_RANGE* range) override;
     HRESULT STDMETHODCALLTYPE GetFontFamilyNameLength(UINT32 position, UINT32* length,
@@ -66,6 +66,13 @@ public:
     HRESULT STDMETHODCALLTYPE GetLocaleNameLength(UINT32 position, UINT32* length, DWRITE_TEXT_RANGE* range) override;
     HRESULT STDMETHODCALLTYPE GetLocaleName(UINT32 position, WCHAR* name, UINT32 size,
                                             DWRITE_TEXT_RANGE* range) override;
+
+    HRESULT STDMETHODCALLTYPE SetPairKerning(BOOL isKerned, DWRITE_TEXT_RANGE range) override;
+    HRESULT STDMETHODCALLTYPE GetPairKerning(UINT32 position, BOOL* isKerned, DWRITE_TEXT_RANGE* range) override;
+    HRESULT STDMETHODCALLTYPE SetCharacterSpacing(FLOAT leading, FLOAT trailing, FLOAT minimumAdvance,
+                                                  DWRITE_TEXT_RANGE range) override;
+    HRESULT STDMETHODCALLTYPE GetCharacterSpacing(UINT32 position, FLOAT* leading, FLOAT* trailing,
+                                                  FLOAT* minimumAdvance, DWRITE_TEXT_RANGE* range) override;
 
     HRESULT STDMETHODCALLTYPE Draw(void* context, IDWriteTextRenderer* renderer, FLOAT originX, FLOAT originY) override;
     HRESULT STDMETHODCALLTYPE GetLineMetrics(DWRITE_LINE_METRICS* metrics, UINT32 maxCount, UINT32* count) override;

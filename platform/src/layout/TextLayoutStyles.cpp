@@ -91,6 +91,18 @@ HRESULT CTextLayout::SetLocaleName(const WCHAR* name, DWRITE_TEXT_RANGE range) {
         [&] { return setStyle(range, &RunStyle::locale, makeLocaleName(name), TextPipeline::Stage::Shaping); });
 }
 
+HRESULT CTextLayout::SetPairKerning(BOOL isKerned, DWRITE_TEXT_RANGE range) {
+    return setStyle(range, &RunStyle::isKerned, isKerned != FALSE, TextPipeline::Stage::Shaping);
+}
+
+HRESULT CTextLayout::SetCharacterSpacing(FLOAT leading, FLOAT trailing, FLOAT minimumAdvance, DWRITE_TEXT_RANGE range) {
+    if (minimumAdvance < 0.0F) {
+        return E_INVALIDARG;
+    }
+    return setStyle(range, &RunStyle::spacing, CharacterSpacing{leading, trailing, minimumAdvance},
+                    TextPipeline::Stage::Shaping);
+}
+
 HRESULT CTextLayout::GetFontCollection(UINT32 position, IDWriteFontCollection** collection, DWRITE_TEXT_RANGE* range) {
     handOutOrNull(m_pipeline.properties().at(position, range).collection, collection);
     return S_OK;
@@ -160,6 +172,20 @@ HRESULT CTextLayout::GetLocaleName(UINT32 position, WCHAR* name, UINT32 size, DW
         return E_INVALIDARG;
     }
     return copyName(textOf(m_pipeline.properties().at(position, range).locale), name, size);
+}
+
+HRESULT CTextLayout::GetPairKerning(UINT32 position, BOOL* isKerned, DWRITE_TEXT_RANGE* range) {
+    *isKerned = m_pipeline.properties().at(position, range).isKerned ? TRUE : FALSE;
+    return S_OK;
+}
+
+HRESULT CTextLayout::GetCharacterSpacing(UINT32 position, FLOAT* leading, FLOAT* trailing, FLOAT* minimumAdvance,
+                                         DWRITE_TEXT_RANGE* range) {
+    const CharacterSpacing& spacing = m_pipeline.properties().at(position, range).spacing;
+    *leading = spacing.leading;
+    *trailing = spacing.trailing;
+    *minimumAdvance = spacing.minimumAdvance;
+    return S_OK;
 }
 
 } // namespace platform

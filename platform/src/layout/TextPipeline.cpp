@@ -40,7 +40,7 @@ HRESULT TextPipeline::shape() {
     if (!itemize(m_text, m_properties, settings(), m_results->shaped.items)) {
         return DWRITE_E_NOFONT;
     }
-    buildClusters(m_text.units(), m_results->shaped);
+    buildClusters(m_text.units(), m_properties, m_results->shaped);
     m_results->emptyFace = m_results->shaped.items.back().face;
     m_results->emptySize = m_results->shaped.items.back().emSize;
     return S_OK;
@@ -68,11 +68,11 @@ void TextPipeline::breakIntoLines() {
     const std::function<const BreakOpportunities&()> ask = [this]() -> const BreakOpportunities& {
         return opportunities();
     };
-    breakLines(m_text.units(), m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
+    breakLines(m_text.units(), m_properties, m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
     if (!settings().lastLineWrapping) {
         setLineHeights(shaped(), settings(), *m_results->emptyFace, m_results->emptySize, m_results->lines);
         limits.unwrappedLine = lastLineWithin(m_box.height, m_results->lines);
-        breakLines(m_text.units(), m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
+        breakLines(m_text.units(), m_properties, m_results->shaped, limits, ask, m_results->lines, m_results->reshaped);
     }
     trimLines(m_text.units(), shaped(), settings(), m_box.width, ask, m_results->lines);
     setLineHeights(shaped(), settings(), *m_results->emptyFace, m_results->emptySize, m_results->lines);

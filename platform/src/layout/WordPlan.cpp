@@ -90,7 +90,7 @@ WordPlan::WordPlan(const ShapeRequest& request) : m_request(request) {
     const std::uint16_t glyph = request.face->nominalGlyph(U' ');
     m_space.glyph = glyph;
     m_space.advance = request.face->advance(glyph);
-    const SpaceKerning kerning = findSpaceKerning(request.face->hbFace(), glyph);
+    const SpaceKerning kerning = request.isKerned ? findSpaceKerning(request.face->hbFace(), glyph) : SpaceKerning();
     m_kernsSpaces = kerning.inPairs;
     const ShapedRun spaces = shapeText(twoSpaces, {});
     m_isSeparable = glyph != 0 && !kerning.inContexts && !isShapedByAppleTables(request.face->hbFace()) &&

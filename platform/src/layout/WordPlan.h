@@ -30,7 +30,7 @@ struct ShapedWord {
     ShapedRun glyphs;
 };
 
-/// How words of one font, script, language and direction are shaped apart from each other.
+/// How words of one font, script, language and direction, kerned or not, are shaped apart from each other.
 ///
 /// That is right as long as nothing acts across a space. HarfBuzz tells: a word is shaped with two spaces on either
 /// side, and if what stands further out could change anything, the outer spaces are marked as unsafe to concatenate.

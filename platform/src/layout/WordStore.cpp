@@ -16,7 +16,7 @@ const ShapedWord& WordStore::Words::find(std::u16string_view word, WordEdges edg
 }
 
 WordStore::Words& WordStore::wordsOf(const ShapeRequest& request) {
-    const Key key{request.face->id(), request.script, request.language, request.isRightToLeft};
+    const Key key{request.face->id(), request.script, request.language, request.isRightToLeft, request.isKerned};
     if (m_bytes > m_capacity) {
         m_words.clear();
         m_last = nullptr;

@@ -17,7 +17,7 @@ namespace platform {
 /// and over, in few fonts.
 class WordStore {
 public:
-    /// The words of one font, script, language and direction.
+    /// The words of one font, script, language and direction, kerned or not.
     class Words {
     public:
         Words(const ShapeRequest& request, std::size_t& bytes) : m_plan(request), m_bytes(bytes) {}
@@ -72,7 +72,7 @@ private:
     static constexpr std::size_t defaultCapacity = std::size_t{4} << 20;
 
     /// The face by its number, which no later face gets.
-    using Key = std::tuple<std::uint32_t, hb_script_t, hb_language_t, bool>;
+    using Key = std::tuple<std::uint32_t, hb_script_t, hb_language_t, bool, bool>;
 
     std::size_t m_capacity;
     std::size_t m_bytes = 0;

@@ -8,6 +8,7 @@ list(APPEND PLATFORM_SOURCES
     src/layout/ClusterStream.cpp
     src/layout/Decorations.cpp
     src/layout/Drawing.cpp
+    src/layout/EllipsisSign.cpp
     src/layout/FormatSettings.cpp
     src/layout/Graphemes.cpp
     src/layout/HitTest.cpp
@@ -27,6 +28,7 @@ list(APPEND PLATFORM_SOURCES
     src/layout/ShapedText.cpp
     src/layout/Shaper.cpp
     src/layout/Snapping.cpp
+    src/layout/Spacing.cpp
     src/layout/TextBuffer.cpp
     src/layout/TextFormat.cpp
     src/layout/TextLayout.cpp

@@ -7,10 +7,10 @@
 
 // What the header says is what the package says.
 int main() {
-    if (std::string(FONTENGINE_VERSION) != EXPECTED_VERSION ||
-        std::to_string(FONTENGINE_VERSION_MAJOR) + '.' + std::to_string(FONTENGINE_VERSION_MINOR) + '.' +
-                std::to_string(FONTENGINE_VERSION_PATCH) !=
-            EXPECTED_VERSION) {
+    const std::string version = std::to_string(FONTENGINE_VERSION_MAJOR) + '.' +
+                                std::to_string(FONTENGINE_VERSION_MINOR) + '.' +
+                                std::to_string(FONTENGINE_VERSION_PATCH);
+    if (version != EXPECTED_VERSION || version != FONTENGINE_VERSION) {
         std::cerr << "The headers are of version " FONTENGINE_VERSION ", the package is of " EXPECTED_VERSION ".\n";
         return EXIT_FAILURE;
     }

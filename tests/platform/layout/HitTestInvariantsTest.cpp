@@ -4,9 +4,6 @@
 #include <cmath>
 #include <random>
 
-#include <d2d1.h>
-#include <oslayer/com_ptr.h>
-
 // What holds for every text, whatever its script, direction and box: a host that edits text relies on it.
 
 namespace platform_test {
@@ -102,12 +99,15 @@ struct Setting {
     float width;
     DWRITE_TEXT_ALIGNMENT alignment = DWRITE_TEXT_ALIGNMENT_LEADING;
     DWRITE_READING_DIRECTION reading = DWRITE_READING_DIRECTION_LEFT_TO_RIGHT;
+    /// Of every second position.
+    float spacing = 0.0F;
 };
 
 std::string described(const Sample& sample, const Setting& setting) {
     std::string text = std::string(sample.name) + " width " + std::to_string(setting.width) + " alignment " +
                        std::to_string(static_cast<int>(setting.alignment)) + " reading " +
-                       std::to_string(static_cast<int>(setting.reading)) + ":";
+                       std::to_string(static_cast<int>(setting.reading)) + " spacing " +
+                       std::to_string(setting.spacing) + ":";
     for (const char16_t unit : sample.text) {
         char hex[8];
         std::snprintf(hex, sizeof hex, " %04x", static_cast<unsigned>(unit));
@@ -116,7 +116,15 @@ std::string described(const Sample& sample, const Setting& setting) {
     return text;
 }
 
-/// Calls check(layout, text) for every sample in every direction, in a narrow box, a wide one and without limit.
+/// More room on one side than on the other, and drawn in on one side if it is negative.
+void spaceEverySecond(IDWriteTextLayout& layout, const std::u16string& text, float spacing) {
+    for (UINT32 i = 0; spacing != 0.0F && i < text.size(); i += 2) {
+        EXPECT_EQ(S_OK, laterOf(layout)->SetCharacterSpacing(spacing, 1.0F, 3.0F, {i, 1}));
+    }
+}
+
+/// Calls check(layout, text) for every sample in every direction, in a narrow box, a wide one and without limit, some
+/// of them spaced.
 template <typename Check>
 void forEveryLayout(Check check) {
     std::vector<Sample> texts = samples();
@@ -129,11 +137,14 @@ void forEveryLayout(Check check) {
         settings.push_back({120.0F, DWRITE_TEXT_ALIGNMENT_JUSTIFIED, reading});
         settings.push_back({200.0F, DWRITE_TEXT_ALIGNMENT_CENTER, reading});
         settings.push_back({400.0F, DWRITE_TEXT_ALIGNMENT_TRAILING, reading});
+        settings.push_back({120.0F, DWRITE_TEXT_ALIGNMENT_JUSTIFIED, reading, 5.0F});
+        settings.push_back({0.0F, DWRITE_TEXT_ALIGNMENT_LEADING, reading, -2.0F});
     }
     for (const Sample& sample : texts) {
         for (const Setting& setting : settings) {
             const auto layout = makeLayout(sample.text, setting.width, 0.0F, {.reading = setting.reading});
             EXPECT_EQ(S_OK, layout->SetTextAlignment(setting.alignment));
+            spaceEverySecond(*layout, sample.text, setting.spacing);
             SCOPED_TRACE(described(sample, setting));
             check(*layout, sample.text);
             if (testing::Test::HasFailure()) {
@@ -270,40 +281,9 @@ TEST(EditingInvariants, ARangesBoxesCoverItOnce) {
     });
 }
 
-/// The ink of all drawn glyphs, from their outlines; left > right without ink.
-D2D1_RECT_F inkOf(IDWriteTextLayout& layout) {
-    static ID2D1Factory* const factory = [] {
-        ID2D1Factory* made = nullptr;
-        D2D1CreateFactory(D2D1_FACTORY_TYPE_SINGLE_THREADED, &made);
-        return made;
-    }();
-    D2D1_RECT_F ink{INFINITY, INFINITY, -INFINITY, -INFINITY};
-    for (const DrawnCall& run : drawnRuns(layout)) {
-        if (run.glyphs.empty()) {
-            continue;
-        }
-        const std::vector<UINT16> glyphs(run.glyphs.begin(), run.glyphs.end());
-        oslayer::com_ptr<ID2D1PathGeometry> path;
-        oslayer::com_ptr<ID2D1GeometrySink> sink;
-        EXPECT_EQ(S_OK, factory->CreatePathGeometry(&path));
-        EXPECT_EQ(S_OK, path->Open(&sink));
-        EXPECT_EQ(S_OK, run.face->GetGlyphRunOutline(run.emSize, glyphs.data(), run.advances.data(), run.offsets.data(),
-                                                     static_cast<UINT32>(glyphs.size()), FALSE, run.bidiLevel % 2 == 1,
-                                                     sink));
-        EXPECT_EQ(S_OK, sink->Close());
-        D2D1_RECT_F bounds{};
-        EXPECT_EQ(S_OK, path->GetBounds(nullptr, &bounds));
-        if (bounds.left <= bounds.right) {
-            ink = {std::min(ink.left, bounds.left + run.x), std::min(ink.top, bounds.top + run.y),
-                   std::max(ink.right, bounds.right + run.x), std::max(ink.bottom, bounds.bottom + run.y)};
-        }
-    }
-    return ink;
-}
-
 TEST(EditingInvariants, TheInkReachesExactlyAsFarAsTheOverhangSays) {
     forEveryLayout([](IDWriteTextLayout& layout, const std::u16string&) {
-        const D2D1_RECT_F ink = inkOf(layout);
+        const D2D1_RECT_F ink = drawnInk(layout);
         if (ink.left > ink.right) {
             return;
         }

@@ -4,6 +4,8 @@
 #include <limits>
 #include <numeric>
 
+#include <oslayer/com_ptr.h>
+
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
 
@@ -66,6 +68,12 @@ Reference<IDWriteTextLayout> makeLayout(std::u16string_view text, float maxWidth
     EXPECT_EQ(S_OK, factory().CreateTextLayout(string.c_str(), static_cast<UINT32>(string.size()), format.get(),
                                                maxWidth, maxHeight, &layout));
     return {layout, false};
+}
+
+Reference<IDWriteTextLayout1> laterOf(IDWriteTextLayout& layout) {
+    void* later = nullptr;
+    EXPECT_EQ(S_OK, layout.QueryInterface(__uuidof(IDWriteTextLayout1), &later));
+    return {static_cast<IDWriteTextLayout1*>(later), false};
 }
 
 DWRITE_TEXT_METRICS metricsOf(IDWriteTextLayout& layout) {
@@ -262,6 +270,37 @@ std::vector<std::vector<PlacedRun>> placedRuns(IDWriteTextLayout& layout) {
                          [](const PlacedRun& a, const PlacedRun& b) { return a.left < b.left; });
     }
     return lines;
+}
+
+D2D1_RECT_F drawnInk(IDWriteTextLayout& layout) {
+    static ID2D1Factory* const factory = [] {
+        ID2D1Factory* made = nullptr;
+        D2D1CreateFactory(D2D1_FACTORY_TYPE_SINGLE_THREADED, &made);
+        return made;
+    }();
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    D2D1_RECT_F ink{infinity, infinity, -infinity, -infinity};
+    for (const DrawnCall& run : drawnRuns(layout)) {
+        if (run.glyphs.empty()) {
+            continue;
+        }
+        const std::vector<UINT16> glyphs(run.glyphs.begin(), run.glyphs.end());
+        oslayer::com_ptr<ID2D1PathGeometry> path;
+        oslayer::com_ptr<ID2D1GeometrySink> sink;
+        EXPECT_EQ(S_OK, factory->CreatePathGeometry(&path));
+        EXPECT_EQ(S_OK, path->Open(&sink));
+        EXPECT_EQ(S_OK, run.face->GetGlyphRunOutline(run.emSize, glyphs.data(), run.advances.data(), run.offsets.data(),
+                                                     static_cast<UINT32>(glyphs.size()), FALSE, run.bidiLevel % 2 == 1,
+                                                     sink));
+        EXPECT_EQ(S_OK, sink->Close());
+        D2D1_RECT_F bounds{};
+        EXPECT_EQ(S_OK, path->GetBounds(nullptr, &bounds));
+        if (bounds.left <= bounds.right) {
+            ink = {std::min(ink.left, bounds.left + run.x), std::min(ink.top, bounds.top + run.y),
+                   std::max(ink.right, bounds.right + run.x), std::max(ink.bottom, bounds.bottom + run.y)};
+        }
+    }
+    return ink;
 }
 
 std::vector<std::u16string> visualTexts(const std::vector<PlacedRun>& line) {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include <d2d1.h>
 #include <dwrite_2.h>
 #include <gtest/gtest.h>
 
@@ -36,6 +37,9 @@ platform::CFontFace& regularFace(const std::string& family);
 /// A layout of UTF-16 text.
 Reference<IDWriteTextLayout> makeLayout(std::u16string_view text, float maxWidth = 0.0F, float maxHeight = 0.0F,
                                         const FormatOptions& options = {});
+
+/// The layout with the operations of the second generation.
+Reference<IDWriteTextLayout1> laterOf(IDWriteTextLayout& layout);
 
 DWRITE_TEXT_METRICS metricsOf(IDWriteTextLayout& layout);
 std::vector<DWRITE_LINE_METRICS> linesOf(IDWriteTextLayout& layout);
@@ -133,6 +137,9 @@ struct PlacedRun {
 };
 /// The runs with glyphs of every line that has some, each line's from left to right.
 std::vector<std::vector<PlacedRun>> placedRuns(IDWriteTextLayout& layout);
+
+/// The ink of all drawn glyphs, from their outlines; left > right without ink.
+D2D1_RECT_F drawnInk(IDWriteTextLayout& layout);
 
 /// Their texts.
 std::vector<std::u16string> visualTexts(const std::vector<PlacedRun>& line);

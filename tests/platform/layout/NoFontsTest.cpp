@@ -39,11 +39,19 @@ protected:
                layout->HitTestTextRange(0, 1, 0, 0, nullptr, 0, &count) == noFont &&
                layout->Draw(nullptr, &recorder, 0, 0) == noFont && recorder.calls.empty();
     }
+
+    static bool aSignIsNoFont() {
+        hideFonts();
+        Picture picture;
+        IDWriteInlineObject* sign = &picture;
+        return factory().CreateEllipsisTrimmingSign(makeFormat().get(), &sign) == DWRITE_E_NOFONT && sign == nullptr;
+    }
 };
 
 TEST_F(NoFonts, EveryQuestionThatNeedsAFontSaysSo) {
     EXPECT_EXIT(finish(everyQuestionIsNoFont(u"text")), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(finish(everyQuestionIsNoFont(u"")), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(finish(aSignIsNoFont()), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

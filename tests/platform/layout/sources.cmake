@@ -3,7 +3,9 @@ list(APPEND PLATFORM_TESTS
     layout/BidiBracketsTest.cpp
     layout/BidiParagraphsTest.cpp
     layout/BreaksAndShapesTest.cpp
+    layout/CharacterSpacingTest.cpp
     layout/DrawTest.cpp
+    layout/EllipsisSignTest.cpp
     layout/FactoryTest.cpp
     layout/ForeignCollectionTest.cpp
     layout/HitTestInvariantsTest.cpp
@@ -16,6 +18,7 @@ list(APPEND PLATFORM_TESTS
     layout/LineBreakingTest.cpp
     layout/MetricsTest.cpp
     layout/NoFontsTest.cpp
+    layout/PairKerningTest.cpp
     layout/RangePropertiesTest.cpp
     layout/RightToLeftTest.cpp
     layout/RunFactsTest.cpp

@@ -1,10 +1,21 @@
 #pragma once
 
+#include <dwrite_2.h>
+
 namespace fake {
 
-// An interface with everything implemented that the fake has no answer for. Here an
-// interface has nothing that the fake does not answer.
+HRESULT unexpected(const char* operation);
+
+// An interface with everything implemented that the fake has no answer for.
 template <typename Interface>
 class RestOf : public Interface {};
+
+template <>
+class RestOf<IDWriteFactory2> : public IDWriteFactory2 {
+public:
+    HRESULT STDMETHODCALLTYPE CreateEllipsisTrimmingSign(IDWriteTextFormat*, IDWriteInlineObject**) override {
+        return unexpected("CreateEllipsisTrimmingSign");
+    }
+};
 
 } // namespace fake
