@@ -16,7 +16,6 @@
 namespace dxf {
 namespace {
 
-constexpr unsigned utf8Page = 65001;
 constexpr unsigned fallbackPage = 1252;
 
 struct CloseConverter {
