@@ -53,9 +53,10 @@ function(fontengine_settings TARGET)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
             target_compile_options(${TARGET} PRIVATE -Wno-restrict)
         endif()
-        # Clang wants the braces of an array in a structure that the language lets one leave out.
+        # Clang wants the braces of an array in a structure that the language lets one leave out, and warns of
+        # operations of one name in classes above each other, which the platform's interfaces have.
         if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-            target_compile_options(${TARGET} PRIVATE -Wno-missing-braces)
+            target_compile_options(${TARGET} PRIVATE -Wno-missing-braces -Wno-overloaded-virtual)
         endif()
     endif()
     target_compile_options(${TARGET} PRIVATE "$<$<NOT:$<CONFIG:Debug>>:${FONTENGINE_OPTIMISED_OPTIONS}>")
