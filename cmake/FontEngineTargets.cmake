@@ -27,6 +27,17 @@ function(fontengine_settings TARGET)
         POSITION_INDEPENDENT_CODE ON)
     # The source path in messages is cut down to the part below this root.
     target_compile_definitions(${TARGET} PRIVATE FONTENGINE_SOURCE_ROOT="${PROJECT_SOURCE_DIR}/")
+    if(NOT MSVC)
+        # Where the sources lie, and how long that path is, changes nothing of what is built. (Debuggers need it.)
+        target_compile_options(${TARGET} PRIVATE
+            "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
+            "$<$<NOT:$<CONFIG:Debug>>:-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=.>"
+            "$<$<NOT:$<CONFIG:Debug>>:-fdebug-prefix-map=${PROJECT_BINARY_DIR}=.>")
+    endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND FONTENGINE_ELF)
+        # A library with symbols that are unique in the process is never unloaded.
+        target_compile_options(${TARGET} PRIVATE -fno-gnu-unique)
+    endif()
     if(MSVC)
         # Exported classes hold standard ones and derive from them: library and host share one runtime,
         # so the warnings that those are not exported (C4251, C4275) say nothing.
@@ -42,6 +53,11 @@ function(fontengine_settings TARGET)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
             target_compile_options(${TARGET} PRIVATE -Wno-restrict)
         endif()
+        # Clang wants the braces of an array in a structure that the language lets one leave out, and warns of
+        # operations of one name in classes above each other, which the platform's interfaces have.
+        if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+            target_compile_options(${TARGET} PRIVATE -Wno-missing-braces -Wno-overloaded-virtual)
+        endif()
     endif()
     target_compile_options(${TARGET} PRIVATE "$<$<NOT:$<CONFIG:Debug>>:${FONTENGINE_OPTIMISED_OPTIONS}>")
     target_link_options(${TARGET} PRIVATE "$<$<NOT:$<CONFIG:Debug>>:${FONTENGINE_OPTIMISED_LINK_OPTIONS}>")
@@ -53,8 +69,8 @@ function(fontengine_settings TARGET)
 endfunction()
 
 # A static component: its folder is its include root (<Common/UUID.h> lies in
-# Common/Common). Components end up inside FontEngine, which exports from them
-# what FONTENGINE_API marks.
+# Common/Common). Components end up inside FontEngine::FontEngine, which exports
+# from them what FONTENGINE_API marks.
 function(fontengine_component TARGET)
     add_library(${TARGET} STATIC ${ARGN})
     fontengine_settings(${TARGET})

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Common/SourcePath.h>
-#include <Common/Violations.h>
+#include "SourcePath.h"
+#include "Violations.h"
 
 /// Throws common::ECheckViolation, naming this file and line, unless the condition holds.
 #define COMMON_CHECK(...)                                                                                              \

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Common/Export.h>
-#include <Common/FractionalIndex.h>
-#include <Common/UUID.h>
+#include "FontEngineExport.h"
+#include "FractionalIndex.h"
+#include "UUID.h"
 
 #include <boost/container/flat_map.hpp>
 

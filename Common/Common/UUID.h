@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Common/Export.h>
+#include "FontEngineExport.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Common/Export.h>
+#include "FontEngineExport.h"
 
 #include <boost/static_string/static_string.hpp>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <Common/Export.h>
-#include <geometry/MbCartPoint.h>
-#include <geometry/MbRect.h>
-#include <geometry/MbRefItem.h>
-#include <geometry/MbVector.h>
+#include "MbCartPoint.h"
+#include "MbRect.h"
+#include "MbRefItem.h"
+#include "MbVector.h"
+#include <Common/FontEngineExport.h>
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <Common/Export.h>
-#include <geometry/MbRect.h>
-#include <geometry/MbRegion.h>
+#include "MbRect.h"
+#include "MbRegion.h"
+#include <Common/FontEngineExport.h>
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Common/Exception.h>
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 
 namespace oslayer {
 

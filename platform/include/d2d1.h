@@ -8,6 +8,11 @@
 
 #include <dcommon.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 #define D2DERR_WRONG_STATE platformStatus(0x88990001u)
 #define D2DERR_BAD_NUMBER platformStatus(0x88990011u)
 
@@ -161,3 +166,5 @@ template <typename Factory>
 HRESULT D2D1CreateFactory(D2D1_FACTORY_TYPE factoryType, Factory** factory) {
     return D2D1CreateFactory(factoryType, __uuidof(Factory), reinterpret_cast<void**>(factory));
 }
+
+#pragma GCC diagnostic pop

@@ -6,6 +6,11 @@
 #include <dwrite_layout.h>
 #include <dwrite_types.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 /// Thread-safe.
 struct IDWriteFactory : IUnknown {
     /// The fonts of the system: the same object each time, with a reference for the
@@ -75,3 +80,5 @@ extern "C" {
 /// and null for an interface it does not have. Thread-safe.
 PLATFORM_EXPORT HRESULT WINAPI DWriteCreateFactory(DWRITE_FACTORY_TYPE factoryType, REFIID iid, IUnknown** factory);
 }
+
+#pragma GCC diagnostic pop

@@ -4,6 +4,11 @@
 
 #include <dwrite.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 /// How glyphs stand in vertical text.
 enum DWRITE_VERTICAL_GLYPH_ORIENTATION : INT32 {
     DWRITE_VERTICAL_GLYPH_ORIENTATION_DEFAULT = 0,
@@ -46,3 +51,5 @@ struct IDWriteTextLayout1 : IDWriteTextLayout {
 PLATFORM_UUID(IDWriteFactory1, "30572f99-dac6-41db-a16e-0486307e606a");
 PLATFORM_UUID(IDWriteTextAnalysisSource1, "639cfad8-0fb4-4b21-a58a-067920120009");
 PLATFORM_UUID(IDWriteTextLayout1, "9064d822-80a7-465c-a986-df65f78b8feb");
+
+#pragma GCC diagnostic pop

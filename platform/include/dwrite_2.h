@@ -2,6 +2,11 @@
 
 #include <dwrite_1.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 /// A renderer that can turn glyphs. A layout asks its renderer for this, and calls these operations instead of those of
 /// the same names if it gets it. The lines of a layout are horizontal: every angle is 0.
 struct IDWriteTextRenderer1 : IDWriteTextRenderer {
@@ -83,3 +88,5 @@ PLATFORM_UUID(IDWriteTextRenderer1, "d3e0e934-22a0-427e-aae4-7d9574b59db1");
 PLATFORM_UUID(IDWriteTextFormat1, "5f174b49-0d8b-4cfb-8bca-f1cce9d06c67");
 PLATFORM_UUID(IDWriteFontFallback, "efa008f9-f7a1-48bf-b05c-f224713cc0ff");
 PLATFORM_UUID(IDWriteFactory2, "0439fc60-ca44-4994-8dee-3a9af7b732ec");
+
+#pragma GCC diagnostic pop

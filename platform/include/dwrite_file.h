@@ -10,6 +10,11 @@
 
 #include <dwrite_types.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 #define DWRITE_E_FILEFORMAT platformStatus(0x88985000u)
 #define DWRITE_E_FILENOTFOUND platformStatus(0x88985003u)
 #define DWRITE_E_FILEACCESS platformStatus(0x88985004u)
@@ -118,3 +123,5 @@ PLATFORM_UUID(IDWriteLocalFontFileLoader, "b2d9f3ec-c9fe-4a11-a2ec-d86208f7c0a2"
 PLATFORM_UUID(IDWriteFontFile, "739d886a-cef5-47dc-8769-1a8b41bebbb0");
 PLATFORM_UUID(IDWriteFontFileEnumerator, "72755049-5ff7-435d-8348-4be97cfa6c7c");
 PLATFORM_UUID(IDWriteFontCollectionLoader, "cca920e4-52f0-492b-bfa8-29c72ee0a468");
+
+#pragma GCC diagnostic pop

@@ -11,6 +11,11 @@
 #include <dwrite_file.h>
 #include <dwrite_types.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 struct ID2D1SimplifiedGeometrySink;
 struct IDWriteFontCollection;
 struct IDWriteFontFamily;
@@ -136,3 +141,5 @@ PLATFORM_UUID(IDWriteFont, "acd16696-8c14-4f5d-877e-fe3fc1d32737");
 PLATFORM_UUID(IDWriteFontList, "1a0d8438-1d97-4ec1-aef9-a2fb86ed6acb");
 PLATFORM_UUID(IDWriteFontFamily, "da20d8ef-812a-4c43-9802-62ec4abd7add");
 PLATFORM_UUID(IDWriteFontCollection, "a84cee02-3eea-4eee-a827-87c1a02a0fcc");
+
+#pragma GCC diagnostic pop

@@ -8,6 +8,11 @@
 
 #include <dwrite_font.h>
 
+// The interfaces are the platform's: no destructors, and operations of one name in derived ones.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 struct IDWriteInlineObject;
 struct IDWriteTextRenderer;
 
@@ -213,3 +218,5 @@ PLATFORM_UUID(IDWriteTextFormat, "9c906818-31d7-4fd3-a151-7c5e225db55a");
 PLATFORM_UUID(IDWriteTextLayout, "53737037-6d14-410b-9bfe-0b182bb70961");
 PLATFORM_UUID(IDWriteNumberSubstitution, "14885cc9-bab0-4f90-b6ed-5c366a2cd03d");
 PLATFORM_UUID(IDWriteTextAnalysisSource, "688e1a58-5094-47c8-adc8-fbcea60ae92b");
+
+#pragma GCC diagnostic pop

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <Common/Export.h>
-#include <Common/OrderedContainer.h>
-#include <Common/UUID.h>
+#include <Common/FontEngineExport.h>
+#include <Common/OrderedContainer.h> // brings UUID.h, a name that hosts may have too
 
 #include <cstdint>
 #include <string>

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <FontEngine/FontEngine.h>
+#include <FontEngine/RichTextDocumentProcessor.h>
 #include <mtext/MText.h>
 
 #include "Counter.h"

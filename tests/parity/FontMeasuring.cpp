@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <Common/Utf.h>
+#include <FontEngine/FontUtils.h>
 #include <oslayer/checkHResult.h>
 #include <oslayer/com_ptr.h>
 

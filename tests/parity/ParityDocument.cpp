@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <Common/Utf.h>
+#include <FontEngine/FontUtils.h>
 
 namespace parity {
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <FontEngine/Version.h>
 
 namespace tool {
 

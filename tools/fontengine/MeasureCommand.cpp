@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include <Common/Utf.h>
+#include <FontEngine/FontUtils.h>
 
 #include "Session.h"
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include <FontEngine/RichTextDocumentProcessor.h>
 #include <geometry/MbRegion.h>
 
 namespace tool {

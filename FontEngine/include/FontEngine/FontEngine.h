@@ -45,3 +45,4 @@
 #include <FontEngine/ParagraphLayoutOptions.h>
 #include <FontEngine/RichTextDocumentLayoutingFactory.h>
 #include <FontEngine/TextUtils.h>
+#include <FontEngine/Version.h>

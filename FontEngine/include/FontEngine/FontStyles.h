@@ -12,6 +12,10 @@ enum class Weight : std::int32_t { Normal = 0, Bold = 1 };
 
 enum class Style : std::int32_t { Normal = 0, Italic = 1 };
 
+// X11 makes `None` a macro; a host that includes it gets it back.
+#pragma push_macro("None")
+#undef None
 enum class Underline : std::int32_t { None = 0, Underlined = 1 };
+#pragma pop_macro("None")
 
 } // namespace fonts

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/FontStyles.h>
 #include <FontEngine/IFontEngine.h>
 #include <oslayer/com_ptr.h>

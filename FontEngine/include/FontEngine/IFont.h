@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 
 namespace fonts {
 

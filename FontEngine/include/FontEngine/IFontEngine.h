@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/FontStyles.h>
 #include <FontEngine/IFont.h>
 #include <render/RichTextDocument.h>

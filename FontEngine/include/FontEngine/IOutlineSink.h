@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <geometry/MbCartPoint.h>
 
 namespace fonts {

@@ -4,7 +4,7 @@
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <geometry/MbRect.h>
 #include <geometry/MbRegion.h>
 #include <render/RichTextDocument.h>

@@ -7,7 +7,7 @@
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/GlyphRunDesc.h>
 #include <FontEngine/IFontEngine.h>
 #include <geometry/MbRect.h>

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/IFontEngine.h>
 #include <FontEngine/IOutlineSink.h>
 #include <FontEngine/ParagraphLayoutOptions.h>

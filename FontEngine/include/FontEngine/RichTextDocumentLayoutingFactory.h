@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/IRichTextDocumentLayouting.h>
 #include <FontEngine/ITextMetrics.h>
 #include <render/RichTextDocument.h>

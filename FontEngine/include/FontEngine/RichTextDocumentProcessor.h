@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/IFontEngine.h>
 #include <oslayer/com_ptr.h>
 #include <render/RichTextDocument.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Common/Export.h>
+#include <Common/FontEngineExport.h>
 #include <FontEngine/ITextMetrics.h>
 #include <geometry/MbCartPoint.h>
 #include <geometry/MbRect.h>

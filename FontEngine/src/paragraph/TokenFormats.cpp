@@ -28,7 +28,7 @@ CTokenFormats::CTokenFormats(const render::CRichTextParagraph& paragraph, const 
 
 std::uint32_t CTokenFormats::tokenAt(std::uint32_t position) const {
     const auto end = std::upper_bound(m_ends.begin(), m_ends.end(), position);
-    return static_cast<std::uint32_t>(end == m_ends.end() ? m_ends.size() - 1 : end - m_ends.begin());
+    return static_cast<std::uint32_t>((end == m_ends.end() ? end - 1 : end) - m_ends.begin());
 }
 
 render::TextRange CTokenFormats::range(std::uint32_t token) const {

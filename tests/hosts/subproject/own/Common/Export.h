@@ -1,0 +1,3 @@
+#pragma once
+
+#define THE_HOSTS_OWN_EXPORT

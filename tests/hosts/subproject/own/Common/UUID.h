@@ -1,0 +1,1 @@
+#error "Ours is wanted, and the host's was found."
