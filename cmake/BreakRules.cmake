@@ -11,7 +11,7 @@ if(NOT FONTENGINE_GENBRK)
 endif()
 
 # fontengine_break_rules(VARIABLE NAME PART...): joins the parts, compiles them, and sets VARIABLE to a source file that
-# defines platform::NAME, declared in layout/BreakRules.h.
+# defines platform::NAME, declared in unicode/BreakRules.h.
 function(fontengine_break_rules VARIABLE NAME)
     set(_parts)
     foreach(_part IN LISTS ARGN)

@@ -17,7 +17,7 @@ file(READ "${BASE}.brk" _bytes HEX)
 file(SIZE "${BASE}.brk" _size)
 string(REGEX REPLACE "(................................)" "\\1\n    " _bytes "${_bytes}")
 string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," _bytes "${_bytes}")
-file(WRITE "${BASE}.cpp" "#include \"layout/BreakRules.h\"
+file(WRITE "${BASE}.cpp" "#include \"unicode/BreakRules.h\"
 
 namespace platform {
 

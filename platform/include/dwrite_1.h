@@ -34,8 +34,8 @@ struct IDWriteTextLayout1 : IDWriteTextLayout {
     virtual HRESULT STDMETHODCALLTYPE GetPairKerning(UINT32 currentPosition, BOOL* isPairKerningEnabled,
                                                      DWRITE_TEXT_RANGE* textRange = nullptr) = 0;
     /// Room before and after every cluster in reading order, which may be negative. No cluster gets narrower than
-    /// `minimumAdvanceWidth`. E_INVALIDARG: a minimum below 0. Tabs, newlines, controls and inline objects stay as they
-    /// are.
+    /// `minimumAdvanceWidth`, and room that is added comes on top of it. E_INVALIDARG: a minimum below 0. Tabs,
+    /// newlines, controls and inline objects stay as they are.
     virtual HRESULT STDMETHODCALLTYPE SetCharacterSpacing(FLOAT leadingSpacing, FLOAT trailingSpacing,
                                                           FLOAT minimumAdvanceWidth, DWRITE_TEXT_RANGE textRange) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetCharacterSpacing(UINT32 currentPosition, FLOAT* leadingSpacing,

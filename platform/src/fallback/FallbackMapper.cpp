@@ -14,8 +14,8 @@
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
 #include "fonts/FontFamily.h"
-#include "layout/Graphemes.h"
-#include "layout/ScriptRuns.h"
+#include "unicode/Graphemes.h"
+#include "unicode/ScriptRuns.h"
 
 namespace platform {
 

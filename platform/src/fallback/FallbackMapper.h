@@ -7,7 +7,7 @@
 
 #include <dwrite_2.h>
 
-#include "fallback/FallbackOrders.h"
+#include "fallback/FallbackOrderCache.h"
 
 namespace platform {
 
@@ -53,7 +53,7 @@ public:
                 DWRITE_FONT_STRETCH stretch);
 
 private:
-    FallbackOrders m_orders;
+    FallbackOrderCache m_orders;
 };
 
 } // namespace platform

@@ -9,7 +9,7 @@
 #include "fallback/FallbackOrder.h"
 #include "fonts/Font.h"
 #include "fonts/FontFace.h"
-#include "layout/ScriptRuns.h"
+#include "unicode/ScriptRuns.h"
 
 namespace platform {
 

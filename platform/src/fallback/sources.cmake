@@ -2,7 +2,7 @@ list(APPEND PLATFORM_SOURCES
     src/fallback/FallbackCluster.cpp
     src/fallback/FallbackMapper.cpp
     src/fallback/FallbackOrder.cpp
-    src/fallback/FallbackOrders.cpp
+    src/fallback/FallbackOrderCache.cpp
     src/fallback/FontconfigOrder.cpp
     src/fallback/FontFallback.cpp
     src/fallback/Locale.cpp

@@ -5,7 +5,7 @@
 #include <d2d1.h>
 
 #include "com/ComObject.h"
-#include "geometry/GlyphOutlineSink.h"
+#include "fonts/GlyphOutlineSink.h"
 #include "geometry/PathData.h"
 
 namespace platform {

@@ -5,5 +5,4 @@ list(APPEND PLATFORM_SOURCES
     src/geometry/GlyphExpander.cpp
     src/geometry/PathData.cpp
     src/geometry/PathGeometry.cpp
-    src/geometry/RectangleGeometry.cpp
-    src/Uuid.cpp)
+    src/geometry/RectangleGeometry.cpp)

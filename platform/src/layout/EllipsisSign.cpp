@@ -1,7 +1,7 @@
 #include "layout/EllipsisSign.h"
 
-#include "layout/Drawing.h"
-#include "layout/Metrics.h"
+#include "answers/Metrics.h"
+#include "answers/TextDrawing.h"
 
 namespace platform {
 

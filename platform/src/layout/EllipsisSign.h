@@ -3,8 +3,8 @@
 #include <dwrite.h>
 
 #include "com/ComObject.h"
-#include "layout/FormatSettings.h"
-#include "layout/TextPipeline.h"
+#include "format/FormatSettings.h"
+#include "lines/TextPipeline.h"
 
 namespace platform {
 

@@ -1,8 +1,8 @@
 #include "layout/TextLayout.h"
 
-#include "layout/Drawing.h"
-#include "layout/HitTest.h"
-#include "layout/Metrics.h"
+#include "answers/HitTesting.h"
+#include "answers/Metrics.h"
+#include "answers/TextDrawing.h"
 
 namespace platform {
 

@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-#include "layout/FormatOperations.h"
-#include "layout/TextPipeline.h"
+#include "format/FormatOperations.h"
+#include "lines/TextPipeline.h"
 
 namespace platform {
 

@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
 
 namespace platform_test {
 namespace {

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "fallback/FallbackCluster.h"
-#include "fallback/FallbackOrders.h"
+#include "fallback/FallbackOrderCache.h"
 #include "fallback/FallbackTestSupport.h"
 #include "fonts/Font.h"
 #include "fonts/FontCollection.h"
@@ -147,7 +147,7 @@ TEST(FallbackOrder, servesManyThreads) {
 }
 
 TEST(FallbackOrders, areMadeOnceForAllNamesOfALanguage) {
-    FallbackOrders orders(CFontCollection::system());
+    FallbackOrderCache orders(CFontCollection::system());
     const auto get = [&orders](const wchar_t* locale, DWRITE_FONT_WEIGHT weight = DWRITE_FONT_WEIGHT_NORMAL) {
         return orders.get(locale, weight, DWRITE_FONT_STYLE_NORMAL, DWRITE_FONT_STRETCH_NORMAL);
     };
@@ -158,7 +158,7 @@ TEST(FallbackOrders, areMadeOnceForAllNamesOfALanguage) {
 }
 
 TEST(FallbackOrders, keepABoundedNumber) {
-    FallbackOrders orders(CFontCollection::system());
+    FallbackOrderCache orders(CFontCollection::system());
     const auto get = [&orders](int weight) {
         return orders.get(L"", static_cast<DWRITE_FONT_WEIGHT>(weight), DWRITE_FONT_STYLE_NORMAL,
                           DWRITE_FONT_STRETCH_NORMAL);

@@ -1,7 +1,7 @@
 #include "support/Fonts.h"
 
 #include "com/ComObject.h"
-#include "geometry/GlyphOutlineSink.h"
+#include "fonts/GlyphOutlineSink.h"
 
 #include <d2d1.h>
 

@@ -10,7 +10,7 @@
 
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
-#include "geometry/GlyphOutlineSink.h"
+#include "fonts/GlyphOutlineSink.h"
 
 // A run's outline reaches a path as whole glyphs or as curves; nobody must be able to tell which.
 

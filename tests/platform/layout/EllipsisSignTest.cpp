@@ -1,7 +1,7 @@
 #include <thread>
 
 #include "fonts/FontFace.h"
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
 
 // The platform's own sign for trimmed text.
 

@@ -2,7 +2,7 @@
 #include <limits>
 #include <string>
 
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
 
 namespace platform_test {
 namespace {

@@ -1,7 +1,7 @@
 #include <atomic>
 #include <thread>
 
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
 
 namespace platform_test {
 namespace {

@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
 
 // What a machine without fonts gets. The fonts are read once in a process, so each of these runs in a process of its
 // own.

@@ -1,32 +1,5 @@
 list(APPEND PLATFORM_TESTS
-    layout/AlignmentTest.cpp
-    layout/BidiBracketsTest.cpp
-    layout/BidiParagraphsTest.cpp
-    layout/BreaksAndShapesTest.cpp
-    layout/CharacterSpacingTest.cpp
-    layout/DrawTest.cpp
     layout/EllipsisSignTest.cpp
     layout/FactoryTest.cpp
-    layout/ForeignCollectionTest.cpp
-    layout/HitTestInvariantsTest.cpp
-    layout/HitTestTest.cpp
-    layout/InlineObjectTest.cpp
-    layout/JustificationTest.cpp
-    layout/LaterFormatTest.cpp
-    layout/LayoutTestSupport.cpp
     layout/LimitsTest.cpp
-    layout/LineBreakingTest.cpp
-    layout/MetricsTest.cpp
-    layout/NoFontsTest.cpp
-    layout/PairKerningTest.cpp
-    layout/RangePropertiesTest.cpp
-    layout/RightToLeftTest.cpp
-    layout/RunFactsTest.cpp
-    layout/RunsTest.cpp
-    layout/ShaperTest.cpp
-    layout/StagesTest.cpp
-    layout/SurrogatePairsTest.cpp
-    layout/TabsTest.cpp
-    layout/TextFormatTest.cpp
-    layout/TrimmingTest.cpp
-    layout/WordShaperTest.cpp)
+    layout/NoFontsTest.cpp)

@@ -1,3 +1,4 @@
 list(APPEND PLATFORM_TESTS
     support/Fonts.cpp
+    support/LayoutTestSupport.cpp
     support/NumberedFonts.cpp)

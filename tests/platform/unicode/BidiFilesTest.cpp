@@ -15,8 +15,8 @@
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
-#include "layout/BidiLevels.h"
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
+#include "unicode/BidiLevels.h"
 #include "unicode/UnicodeFile.h"
 
 namespace platform_test {

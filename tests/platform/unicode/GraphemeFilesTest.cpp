@@ -9,8 +9,8 @@
 
 #include "fallback/FallbackMapper.h"
 #include "fonts/FontCollection.h"
-#include "layout/Graphemes.h"
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
+#include "unicode/Graphemes.h"
 #include "unicode/UnicodeFile.h"
 
 namespace platform_test {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "layout/BreakOpportunities.h"
+#include "shaping/BreakOpportunities.h"
 #include "unicode/UnicodeFile.h"
 
 namespace platform_test {

@@ -4,7 +4,7 @@
 
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
-#include "layout/LayoutTestSupport.h"
+#include "support/LayoutTestSupport.h"
 #include "unicode/UnicodeFile.h"
 
 namespace platform_test {
