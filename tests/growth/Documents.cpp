@@ -5,11 +5,10 @@
 #include <vector>
 
 #include <FontEngine/FontEngine.h>
-#include <FontEngine/RichTextDocumentProcessor.h>
+#include <FontEngine/ParagraphLayout.h>
 #include <mtext/MText.h>
 
 #include "Counter.h"
-#include "Outlines.h"
 #include "Session.h"
 
 namespace growth {
@@ -29,6 +28,15 @@ mtext::Result read(const std::wstring& content) {
     defaults.capSize = 10.0F;
     return mtext::parse(content, defaults);
 }
+
+/// Takes outlines and keeps nothing.
+class NoSink final : public fonts::IOutlineSink {
+public:
+    void moveTo(MbCartPoint) override {}
+    void lineTo(MbCartPoint) override {}
+    void cubicTo(MbCartPoint, MbCartPoint, MbCartPoint) override {}
+    void close() override {}
+};
 
 /// Calls `ask` for each paragraph.
 template <class Ask>
@@ -59,15 +67,22 @@ void askDocument(const Shape& shape, std::size_t units) {
             });
         });
     }
-    count(name("outlines"), [&] {
+    std::vector<fonts::CParagraphLayout> layouts;
+    count(name("result"), [&] {
         forEach(document, [&](const render::CRichTextParagraph& paragraph) {
-            const fonts::SLayoutDesc layout =
-                fonts::CRichTextDocumentProcessor::process(paragraph, &session().engine(), std::nullopt);
-            tool::paintParagraph(layout);
+            layouts.push_back(session().layouts().make(paragraph, {.maxWidth = boxWidth}));
         });
     });
+    count(name("outlines"), [&] {
+        NoSink sink;
+        for (const fonts::CParagraphLayout& layout : layouts) {
+            layout.outline(sink);
+        }
+    });
+    layouts.clear();
     count(name("place"), [&] {
-        const auto layouting = session().layoutings().create(document);
+        const fonts::CRichTextDocumentLayoutingFactory layoutings(&metrics);
+        const auto layouting = layoutings.create(document);
         layouting->setLayoutRect(MbRect(0.0, -boxWidth, boxWidth, 0.0));
         layouting->setAlignByTextBounds(true);
         layouting->layout();

@@ -7,7 +7,6 @@
 namespace {
 
 using tool::Loop;
-using tool::Outline;
 
 Loop square(double x, double y, double size, bool counterClockwise) {
     Loop loop{{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
@@ -48,18 +47,31 @@ TEST(FilledAreas, AnIslandInAHoleIsAPartWithItsOwnHole) {
     EXPECT_EQ(areas[1].size(), 2U);
 }
 
-Outline quarterCircle() {
+std::vector<Loop> quarterCircle(double tolerance) {
     // The usual cubic for a quarter of a circle of radius 1.
     constexpr double handle = 0.5522847498;
-    Outline outline;
-    outline.verbs = {Outline::Verb::Move, Outline::Verb::Line, Outline::Verb::Curve, Outline::Verb::Close};
-    outline.points = {{0, 0}, {1, 0}, {1, handle}, {handle, 1}, {0, 1}};
-    return outline;
+    tool::LoopSink sink(tolerance);
+    sink.moveTo({0, 0});
+    sink.lineTo({1, 0});
+    sink.cubicTo({1, handle}, {handle, 1}, {0, 1});
+    sink.close();
+    return sink.takeLoops();
+}
+
+/// A contour of straight lines.
+std::vector<Loop> contour(const std::vector<MbCartPoint>& points) {
+    tool::LoopSink sink(0.01);
+    sink.moveTo(points.front());
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        sink.lineTo(points[i]);
+    }
+    sink.close();
+    return sink.takeLoops();
 }
 
 TEST(FilledAreas, ChordsStayWithinTheToleranceOfTheCurve) {
     for (const double tolerance : {0.1, 0.01, 0.001}) {
-        const auto loops = tool::flatten(quarterCircle(), tolerance);
+        const auto loops = quarterCircle(tolerance);
         ASSERT_EQ(loops.size(), 1U);
         const Loop& loop = loops[0];
         for (std::size_t i = 2; i < loop.size(); ++i) {
@@ -68,22 +80,15 @@ TEST(FilledAreas, ChordsStayWithinTheToleranceOfTheCurve) {
             EXPECT_NEAR(std::hypot(x, y), 1.0, tolerance + 3e-4) << tolerance;
         }
     }
-    EXPECT_GT(tool::flatten(quarterCircle(), 0.001)[0].size(), tool::flatten(quarterCircle(), 0.1)[0].size());
+    EXPECT_GT(quarterCircle(0.001)[0].size(), quarterCircle(0.1)[0].size());
 }
 
 TEST(FilledAreas, AContourThatReturnsToItsStartHasThatPointOnce) {
-    Outline outline;
-    outline.verbs = {Outline::Verb::Move, Outline::Verb::Line, Outline::Verb::Line, Outline::Verb::Line,
-                     Outline::Verb::Close};
-    outline.points = {{0, 0}, {1, 0}, {0, 1}, {0, 0}};
-    EXPECT_EQ(tool::flatten(outline, 0.01).at(0).size(), 3U);
+    EXPECT_EQ(contour({{0, 0}, {1, 0}, {0, 1}, {0, 0}}).at(0).size(), 3U);
 }
 
 TEST(FilledAreas, ContoursWithoutAreaAreLeftOut) {
-    Outline outline;
-    outline.verbs = {Outline::Verb::Move, Outline::Verb::Line, Outline::Verb::Close};
-    outline.points = {{0, 0}, {1, 0}};
-    EXPECT_TRUE(tool::flatten(outline, 0.01).empty());
+    EXPECT_TRUE(contour({{0, 0}, {1, 0}}).empty());
 }
 
 } // namespace

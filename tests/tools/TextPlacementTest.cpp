@@ -31,7 +31,7 @@ protected:
 
     static double baseline(const tool::LaidOutText& text, std::size_t paragraph, std::size_t line = 0) {
         const tool::LaidOutParagraph& laidOut = text.paragraphs.at(paragraph);
-        return placeOf(text, 0.0, laidOut.origin.y + laidOut.painted.baselines.at(line)).y;
+        return placeOf(text, 0.0, laidOut.baselines().at(line)).y;
     }
 
     static double left(const tool::LaidOutText& text, std::size_t paragraph) {
@@ -90,8 +90,8 @@ TEST_F(TextPlacementTest, RightAndCentredAttachmentsMeasureTheBox) {
 }
 
 TEST_F(TextPlacementTest, AWidthOfZeroDoesNotWrap) {
-    EXPECT_EQ(layOut(mtextEntity("one two three", "41 0.0")).paragraphs[0].painted.baselines.size(), 1U);
-    EXPECT_EQ(layOut(mtextEntity("one two three", "41 6.0")).paragraphs[0].painted.baselines.size(), 3U);
+    EXPECT_EQ(layOut(mtextEntity("one two three", "41 0.0")).paragraphs[0].baselines().size(), 1U);
+    EXPECT_EQ(layOut(mtextEntity("one two three", "41 6.0")).paragraphs[0].baselines().size(), 3U);
 }
 
 TEST_F(TextPlacementTest, SmallTextStandsAsExactlyAsLargeText) {
@@ -143,7 +143,7 @@ TEST_F(TextPlacementTest, IndentsMoveAParagraphsEdges) {
 
 TEST_F(TextPlacementTest, AHangingIndentOfSeveralLinesIsReportedAsNotExpressed) {
     const tool::LaidOutText text = layOut(mtextEntity(R"(\pi-1,l2;one two three)", "41 12.0"));
-    EXPECT_GT(text.paragraphs[0].painted.baselines.size(), 1U);
+    EXPECT_GT(text.paragraphs[0].baselines().size(), 1U);
     EXPECT_FALSE(text.indentsExpressed);
 }
 
@@ -198,7 +198,7 @@ TEST_F(TextPlacementTest, ClustersTakeAWholeLigatureAndEachCharacterElse) {
 TEST_F(TextPlacementTest, AClustersRectangleStandsOneCapHeightAboveItsBaseline) {
     const tool::LaidOutText text = layOut(mtextEntity("HO"), {.mode = tool::LayoutMode::Clusters});
     for (const tool::LaidOutCluster& cluster : text.paragraphs[0].clusters) {
-        EXPECT_TRUE(cluster.hasInk);
+        EXPECT_FALSE(cluster.rect.isEmpty());
         EXPECT_NEAR(placeOf(text, 0.0, cluster.rect.ymax).y, 20.0, tolerance);
     }
     EXPECT_NEAR(text.paragraphs[0].clusters[0].rect.xmin, text.ink.xmin, tolerance);
@@ -208,21 +208,22 @@ TEST_F(TextPlacementTest, UnderlinesAreRegionsInClusterMode) {
     const tool::LaidOutText text = layOut(mtextEntity(R"({\LHO} H)"), {.mode = tool::LayoutMode::Clusters});
     ASSERT_EQ(text.paragraphs[0].underlines.size(), 1U);
     EXPECT_LT(placeOf(text, 0.0, text.paragraphs[0].underlines[0].ymax).y, 17.5);
-    EXPECT_EQ(text.paragraphs[0].painted.bars.size(), 1U);
+    EXPECT_EQ(text.paragraphs[0].layout.bars().size(), 1U);
 }
 
 TEST_F(TextPlacementTest, ABarHasTheColourOfTheRunAboveIt) {
     const tool::LaidOutText text = layOut(mtextEntity(R"(H {\C1;\LO})"));
-    const tool::PaintedParagraph& painted = text.paragraphs[0].painted;
-    ASSERT_EQ(painted.bars.size(), 1U);
-    EXPECT_EQ(painted.shapes[painted.bars[0]].color, 0xFFFF0000U);
+    const tool::LaidOutParagraph& paragraph = text.paragraphs[0];
+    ASSERT_EQ(paragraph.layout.bars().size(), 1U);
+    EXPECT_EQ(paragraph.colors.at(paragraph.layout.bars()[0].token), 0xFFFF0000U);
 }
 
 TEST_F(TextPlacementTest, EachGlyphHasTheColourOfItsCharacter) {
     const tool::LaidOutText text = layOut(mtextEntity(R"(A{\C1;B}{\C5;C})"));
     std::vector<std::uint32_t> colors;
-    for (const tool::PaintedShape& shape : text.paragraphs[0].painted.shapes) {
-        colors.push_back(shape.color);
+    for (const fonts::SRun& run : text.paragraphs[0].layout.runs()) {
+        ASSERT_EQ(run.glyphCount, 1U);
+        colors.push_back(text.paragraphs[0].colors.at(run.token));
     }
     EXPECT_EQ(colors, (std::vector<std::uint32_t>{0xFF000000U, 0xFFFF0000U, 0xFF0000FFU}));
 }
@@ -232,38 +233,36 @@ TEST_F(TextPlacementTest, WhatIsNotDrawnIsMeasuredAlikeAndNotKept) {
     for (const tool::LayoutMode mode :
          {tool::LayoutMode::Document, tool::LayoutMode::MText, tool::LayoutMode::Clusters}) {
         const tool::LaidOutText whole = layOut(entity, {.mode = mode});
-        const tool::LaidOutText glyphs = layOut(entity, {.mode = mode, .detail = tool::PaintDetail::Glyphs});
-        const tool::LaidOutText lines = layOut(entity, {.mode = mode, .detail = tool::PaintDetail::Lines});
-        EXPECT_FALSE(whole.paragraphs.at(0).painted.shapes.empty());
-        for (const tool::LaidOutText& less : {glyphs, lines}) {
-            EXPECT_EQ(less.box, whole.box);
-            EXPECT_EQ(less.ink, whole.ink);
-            EXPECT_EQ(less.toDrawing, whole.toDrawing);
-            ASSERT_EQ(less.paragraphs.size(), 3U);
-            for (std::size_t i = 0; i < 3; ++i) {
-                const tool::PaintedParagraph& painted = less.paragraphs[i].painted;
-                EXPECT_EQ(painted.baselines, whole.paragraphs[i].painted.baselines);
-                EXPECT_EQ(painted.mixesHeights, i == 0);
-                EXPECT_EQ(painted.hasBars, i == 0);
-                EXPECT_TRUE(painted.shapes.empty());
-            }
+        const tool::LaidOutText lines = layOut(entity, {.mode = mode, .detail = fonts::EParagraphDetail::Lines});
+        EXPECT_EQ(lines.box, whole.box);
+        EXPECT_EQ(lines.ink, whole.ink);
+        EXPECT_EQ(lines.toDrawing, whole.toDrawing);
+        ASSERT_EQ(lines.paragraphs.size(), 3U);
+        for (std::size_t i = 0; i < 3; ++i) {
+            EXPECT_EQ(lines.paragraphs[i].baselines(), whole.paragraphs[i].baselines());
+            EXPECT_EQ(lines.paragraphs[i].mixesHeights, i == 0);
+            EXPECT_EQ(!lines.paragraphs[i].layout.bars().empty(), i == 0);
+            EXPECT_TRUE(lines.paragraphs[i].clusters.empty());
         }
-        const tool::PaintedRun& run = glyphs.paragraphs[0].painted.runs.at(0);
-        EXPECT_TRUE(run.glyphs.at(0).hasInk);
-        EXPECT_EQ(glyphs.paragraphs[0].clusters.empty(), mode != tool::LayoutMode::Clusters);
-        EXPECT_TRUE(lines.paragraphs[0].painted.runs.empty());
-        EXPECT_TRUE(lines.paragraphs[0].clusters.empty());
+        EXPECT_TRUE(whole.paragraphs[2].layout.glyphs()[0].hasInk);
+        EXPECT_EQ(whole.paragraphs[2].clusters.empty(), mode != tool::LayoutMode::Clusters);
+        EXPECT_TRUE(lines.paragraphs[2].layout.runs().empty());
+        EXPECT_TRUE(lines.paragraphs[2].layout.glyphs().empty());
     }
 }
 
 TEST_F(TextPlacementTest, GlyphsOfRightToLeftRunsArePlacedWhereTheyAreDrawn) {
     // Hebrew alef and bet: the first letter stands right of the second.
-    const tool::LaidOutText text = layOut(mtextEntity("\xD7\x90\xD7\x91"));
-    const tool::PaintedRun& run = text.paragraphs[0].painted.runs.at(0);
-    ASSERT_EQ(run.glyphs.size(), 2U);
-    EXPECT_TRUE(run.rightToLeft);
-    EXPECT_GT(run.glyphs[0].place.x, run.glyphs[1].place.x);
-    EXPECT_NEAR(run.glyphs[1].place.x, 0.0, 1e-6);
+    const tool::LaidOutText text = layOut(mtextEntity("\xD7\x90\xD7\x91"), {.mode = tool::LayoutMode::Clusters});
+    const tool::LaidOutParagraph& paragraph = text.paragraphs[0];
+    const auto glyphs = paragraph.layout.glyphs();
+    ASSERT_EQ(glyphs.size(), 2U);
+    EXPECT_TRUE(paragraph.layout.runs()[0].isRightToLeft());
+    EXPECT_GT(glyphs[0].origin.x, glyphs[1].origin.x);
+    EXPECT_NEAR(paragraph.toText(glyphs[1].origin).x, 0.0, 1e-6);
+    // And so do the clusters' rectangles, which begin where the ink does.
+    EXPECT_GT(paragraph.clusters.at(0).rect.xmin, paragraph.clusters.at(1).rect.xmin);
+    EXPECT_NEAR(paragraph.clusters[1].rect.xmin, text.ink.xmin, tolerance);
 }
 
 } // namespace

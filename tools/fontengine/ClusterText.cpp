@@ -48,8 +48,7 @@ const ClusterText& ClusterTexts::measured(const std::wstring& content, double he
         dxf::PlacedText placed;
         placed.text = &entity;
         const TextDocument document = makeTextDocument(m_drawing, placed, m_fontMap);
-        entry->second = {content, joined,
-                         glyphsOf(layOutText(m_session, placed, document, {.detail = PaintDetail::Glyphs}))};
+        entry->second = {content, joined, glyphsOf(layOutText(m_session, placed, document, {}), m_session.faces())};
     }
     return entry->second;
 }

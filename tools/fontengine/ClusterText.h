@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -31,6 +32,9 @@ public:
     // The text that draws exactly `glyphs`, `token` at `height`; nothing where a
     // cluster does not look alone as it does in its word. Valid until the next call.
     const ClusterText* find(const render::SRichTextToken& token, double height, const std::vector<DrawnGlyph>& glyphs);
+
+    // How many different texts were laid out.
+    [[nodiscard]] std::size_t size() const { return m_texts.size(); }
 
 private:
     const ClusterText& measured(const std::wstring& content, double height, bool joined);

@@ -1,33 +1,39 @@
 #include "DrawnGlyphs.h"
 
+#include <span>
+
 namespace tool {
 
 namespace {
 
-void append(std::vector<DrawnGlyph>& result, const LaidOutParagraph& paragraph, const PaintedRun& run,
-            std::size_t first, std::size_t count) {
-    for (std::size_t i = first; i < first + count; ++i) {
-        const PaintedGlyph& glyph = run.glyphs.at(i);
+void append(std::vector<DrawnGlyph>& result, const LaidOutParagraph& paragraph, std::span<const fonts::SGlyph> glyphs,
+            std::uint32_t face) {
+    for (const fonts::SGlyph& glyph : glyphs) {
         if (glyph.hasInk) {
-            result.push_back(
-                {run.face, glyph.index, {paragraph.origin.x + glyph.place.x, paragraph.origin.y + glyph.place.y, 0.0}});
+            const MbCartPoint place = paragraph.toText(glyph.origin);
+            result.push_back({face, glyph.id, {place.x, place.y, 0.0}});
         }
     }
 }
 
 } // namespace
 
-std::vector<DrawnGlyph> glyphsOf(const LaidOutParagraph& paragraph, const LaidOutCluster& cluster) {
+std::vector<DrawnGlyph> glyphsOf(const LaidOutParagraph& paragraph, const LaidOutCluster& cluster,
+                                 const std::vector<std::uint32_t>& faces) {
     std::vector<DrawnGlyph> result;
-    append(result, paragraph, paragraph.painted.runs.at(cluster.run), cluster.firstGlyph, cluster.glyphCount);
+    const fonts::CParagraphLayout& layout = paragraph.layout;
+    const fonts::SCluster& drawn = layout.clusters()[cluster.index];
+    append(result, paragraph, layout.glyphs().subspan(drawn.firstGlyph, drawn.glyphCount),
+           faces.at(layout.runs()[drawn.run].face));
     return result;
 }
 
-std::vector<DrawnGlyph> glyphsOf(const LaidOutText& text) {
+std::vector<DrawnGlyph> glyphsOf(const LaidOutText& text, FaceNumbers& faces) {
     std::vector<DrawnGlyph> result;
     for (const LaidOutParagraph& paragraph : text.paragraphs) {
-        for (const PaintedRun& run : paragraph.painted.runs) {
-            append(result, paragraph, run, 0, run.glyphs.size());
+        const std::vector<std::uint32_t> numbers = faces.of(paragraph.layout);
+        for (const fonts::SRun& run : paragraph.layout.runs()) {
+            append(result, paragraph, paragraph.layout.glyphs(run), numbers.at(run.face));
         }
     }
     for (DrawnGlyph& glyph : result) {

@@ -46,47 +46,50 @@ bool Exploder::replaces(const dxf::TextEntity& text) {
     return text.kind == dxf::TextKind::MText;
 }
 
-void Exploder::addOutline(Pieces& pieces, const LaidOutText& laidOut, const LaidOutParagraph& paragraph,
-                          const PaintedShape& shape, double capHeight) {
-    for (const std::vector<Loop>& area : filledAreas(flatten(shape.outline, capHeight * chordTolerance))) {
-        Area& placed = pieces.areas.emplace_back();
-        placed.color = m_colors.of(shape.color);
-        for (const Loop& loop : area) {
-            std::vector<dxf::Point>& points = placed.loops.emplace_back();
-            for (const MbCartPoint& point : loop) {
-                points.push_back(
-                    laidOut.toDrawing.apply({paragraph.origin.x + point.x, paragraph.origin.y + point.y, 0.0}));
+void Exploder::addOutlines(Pieces& pieces, const LaidOutText& laidOut, const LaidOutParagraph& paragraph,
+                           const fonts::SCluster& cluster, double capHeight) {
+    const fonts::CParagraphLayout& layout = paragraph.layout;
+    const fonts::SRun& run = layout.runs()[cluster.run];
+    for (const fonts::SGlyph& glyph : layout.glyphs().subspan(cluster.firstGlyph, cluster.glyphCount)) {
+        LoopSink sink(capHeight * chordTolerance / paragraph.factor);
+        layout.outline(run, glyph, sink);
+        for (const std::vector<Loop>& area : filledAreas(sink.takeLoops())) {
+            Area& placed = pieces.areas.emplace_back();
+            placed.color = m_colors.of(paragraph.colors.at(run.token));
+            for (const Loop& loop : area) {
+                std::vector<dxf::Point>& points = placed.loops.emplace_back();
+                for (const MbCartPoint& point : loop) {
+                    const MbCartPoint inText = paragraph.toText(point);
+                    points.push_back(laidOut.toDrawing.apply({inText.x, inText.y, 0.0}));
+                }
             }
         }
     }
 }
 
 void Exploder::addCluster(Pieces& pieces, const dxf::TextEntity& text, const LaidOutText& laidOut,
-                          const LaidOutParagraph& paragraph, const LaidOutCluster& cluster) {
+                          const LaidOutParagraph& paragraph, const LaidOutCluster& cluster,
+                          const std::vector<std::uint32_t>& faces) {
     ++pieces.counts.clusters;
-    if (!cluster.hasInk) {
+    const fonts::SCluster& drawnCluster = paragraph.layout.clusters()[cluster.index];
+    if (!drawnCluster.hasInk) {
         ++pieces.counts.blanks;
         return;
     }
     const double height = heightOf(cluster, text);
-    const std::vector<DrawnGlyph> glyphs = glyphsOf(paragraph, cluster);
+    const std::vector<DrawnGlyph> glyphs = glyphsOf(paragraph, cluster, faces);
     const ClusterText* alone =
         m_kind == PieceKind::Clusters ? m_clusterTexts.find(cluster.token, height, glyphs) : nullptr;
     if (alone == nullptr) {
         ++pieces.counts.outlined;
-        const PaintedRun& run = paragraph.painted.runs.at(cluster.run);
-        for (std::size_t i = 0; i < cluster.glyphCount; ++i) {
-            if (const PaintedGlyph& glyph = run.glyphs.at(cluster.firstGlyph + i); glyph.hasInk) {
-                addOutline(pieces, laidOut, paragraph, paragraph.painted.shapes.at(glyph.shape), height);
-            }
-        }
+        addOutlines(pieces, laidOut, paragraph, drawnCluster, height);
         return;
     }
     dxf::Point corner{cluster.rect.xmin, cluster.rect.ymax, 0.0};
     const dxf::Point drawn = glyphs.front().place - alone->glyphs.front().place;
     // The library counts the places of a right-to-left run's glyphs to the right
     // and reads a blank before a mark as a bearing; there the drawn place holds.
-    if (!(dxf::length(drawn - corner) <= height * placeTolerance)) {
+    if (drawnCluster.isRightToLeft || !(dxf::length(drawn - corner) <= height * placeTolerance)) {
         corner = drawn;
         ++pieces.counts.moved;
     }
@@ -97,7 +100,7 @@ void Exploder::addCluster(Pieces& pieces, const dxf::TextEntity& text, const Lai
     piece.direction = laidOut.toDrawing.xAxis;
     piece.extrusion = laidOut.toDrawing.zAxis;
     piece.height = height;
-    piece.color = m_colors.of(paragraph.painted.runs.at(cluster.run).glyphs.at(cluster.firstGlyph).color);
+    piece.color = m_colors.of(cluster.token.color);
     ++pieces.counts.clusterTexts;
     pieces.counts.joined += alone->joined ? 1U : 0U;
     if (m_remember) {
@@ -129,12 +132,12 @@ Exploder::Pieces Exploder::explode(const dxf::TextEntity& text) {
     pieces.diagnostics = unmetDiagnostics(document, laidOut);
     pieces.missing = missingCharacters(laidOut);
     for (const LaidOutParagraph& paragraph : laidOut.paragraphs) {
+        const std::vector<std::uint32_t> faces = m_session.faces().of(paragraph.layout);
         for (const LaidOutCluster& cluster : paragraph.clusters) {
-            addCluster(pieces, text, laidOut, paragraph, cluster);
+            addCluster(pieces, text, laidOut, paragraph, cluster, faces);
         }
-        for (std::size_t i = 0; i < paragraph.underlines.size(); ++i) {
-            addUnderline(pieces, laidOut, paragraph.underlines[i],
-                         paragraph.painted.shapes.at(paragraph.painted.bars.at(i)).color);
+        for (const fonts::SBar& bar : paragraph.layout.bars()) {
+            addUnderline(pieces, laidOut, paragraph.toText(bar.rect), paragraph.colors.at(bar.token));
         }
     }
     return pieces;

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] const std::map<std::size_t, std::size_t>& exploded() const { return m_exploded; }
     // What the pieces do not show as their texts asked for it.
     [[nodiscard]] const TextNotes& notes() const { return m_notes; }
+    // How many different single-line texts were laid out alone, to be compared with what was drawn.
+    [[nodiscard]] std::size_t piecesMeasured() const { return m_clusterTexts.size(); }
     // Texts that could not be laid out and stay as they are, and why.
     [[nodiscard]] const std::vector<std::string>& failures() const { return m_failures; }
 
@@ -68,15 +70,16 @@ private:
         std::vector<Area> areas;
         std::vector<ExpectedGlyph> expected;
         std::vector<mtext::Diagnostic> diagnostics;
-        std::vector<char32_t> missing;
+        std::vector<fonts::SMissingCharacter> missing;
         ExplodeCounts counts;
     };
 
     Pieces explode(const dxf::TextEntity& text);
     void addCluster(Pieces& pieces, const dxf::TextEntity& text, const LaidOutText& laidOut,
-                    const LaidOutParagraph& paragraph, const LaidOutCluster& cluster);
-    void addOutline(Pieces& pieces, const LaidOutText& laidOut, const LaidOutParagraph& paragraph,
-                    const PaintedShape& shape, double capHeight);
+                    const LaidOutParagraph& paragraph, const LaidOutCluster& cluster,
+                    const std::vector<std::uint32_t>& faces);
+    void addOutlines(Pieces& pieces, const LaidOutText& laidOut, const LaidOutParagraph& paragraph,
+                     const fonts::SCluster& cluster, double capHeight);
     void addUnderline(Pieces& pieces, const LaidOutText& laidOut, const MbRect& bar, std::uint32_t color);
     void write(const Pieces& pieces, const dxf::TextEntity& text, dxf::EntityWriter& writer) const;
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <utility>
 
 #include <geometry/MbRect.h>
 
@@ -74,35 +74,31 @@ void finishLoop(std::vector<Loop>& loops, Loop& loop) {
 
 } // namespace
 
-std::vector<Loop> flatten(const Outline& outline, double tolerance) {
-    std::vector<Loop> loops;
-    Loop loop;
-    const MbCartPoint* next = outline.points.data();
-    for (const Outline::Verb verb : outline.verbs) {
-        switch (verb) {
-        case Outline::Verb::Move:
-            finishLoop(loops, loop);
-            loop.push_back(*next++);
-            break;
-        case Outline::Verb::Line:
-            loop.push_back(*next++);
-            break;
-        case Outline::Verb::Curve: {
-            const MbCartPoint start = loop.back();
-            const int count = chordCount(start, next, tolerance);
-            for (int i = 1; i <= count; ++i) {
-                loop.push_back(onCurve(start, next, static_cast<double>(i) / count));
-            }
-            next += 3;
-            break;
-        }
-        case Outline::Verb::Close:
-            finishLoop(loops, loop);
-            break;
-        }
+std::vector<Loop> LoopSink::takeLoops() {
+    finishLoop(m_loops, m_loop);
+    return std::exchange(m_loops, {});
+}
+
+void LoopSink::moveTo(MbCartPoint point) {
+    finishLoop(m_loops, m_loop);
+    m_loop.push_back(point);
+}
+
+void LoopSink::lineTo(MbCartPoint point) {
+    m_loop.push_back(point);
+}
+
+void LoopSink::cubicTo(MbCartPoint control1, MbCartPoint control2, MbCartPoint end) {
+    const MbCartPoint start = m_loop.back();
+    const MbCartPoint c[] = {control1, control2, end};
+    const int count = chordCount(start, c, m_tolerance);
+    for (int i = 1; i <= count; ++i) {
+        m_loop.push_back(onCurve(start, c, static_cast<double>(i) / count));
     }
-    finishLoop(loops, loop);
-    return loops;
+}
+
+void LoopSink::close() {
+    finishLoop(m_loops, m_loop);
 }
 
 std::vector<std::vector<Loop>> filledAreas(std::vector<Loop> loops) {

@@ -63,19 +63,16 @@ Json toJson(const LaidOutCluster& cluster) {
     json["capHeight"] = cluster.token.fontCapSize;
     json["bold"] = cluster.token.fontStyle.bold;
     json["italic"] = cluster.token.fontStyle.italic;
-    json["rect"] = cluster.hasInk ? toJson(cluster.rect) : Json(nullptr);
+    json["rect"] = toJson(cluster.rect);
     return json;
 }
 
 Json toJson(const LaidOutParagraph& paragraph) {
     Json json;
-    json["text"] = common::utf8FromWide(paragraph.text);
+    json["text"] = common::utf8FromWide(paragraph.layout.text());
     json["box"] = toJson(paragraph.box);
     json["ink"] = toJson(paragraph.ink);
-    json["baselines"] = Json::array();
-    for (const double baseline : paragraph.painted.baselines) {
-        json["baselines"].push_back(paragraph.origin.y + baseline);
-    }
+    json["baselines"] = paragraph.baselines();
     for (const LaidOutCluster& cluster : paragraph.clusters) {
         json["clusters"].push_back(toJson(cluster));
     }

@@ -83,8 +83,8 @@ ExitCode worse(ExitCode a, ExitCode b) {
     return badness(a) <= badness(b) ? a : b;
 }
 
-// Lays the texts out once more, with their shapes: how far they reach is known at
-// the end of the first time, and the shapes of all take more memory than that
+// Lays the texts out once more, with their glyphs: how far they reach is known at
+// the end of the first time, and the glyphs of all take more memory than that
 // takes time.
 void drawPictures(Session& session, const LayoutOptions& options, const std::string& path, const dxf::Drawing& drawing,
                   const PictureExtent& extent) {
@@ -102,7 +102,7 @@ void drawPictures(Session& session, const LayoutOptions& options, const std::str
         return;
     }
     TextLayoutOptions layout = options.layout;
-    layout.detail = PaintDetail::Shapes;
+    layout.detail = fonts::EParagraphDetail::All;
     layOutDrawing(session, "Drawing " + inputName(path), drawing, layout,
                   [&](const dxf::PlacedText&, const LaidOutText& text, const auto&) {
                       for (Picture& picture : pictures) {
@@ -118,7 +118,7 @@ ExitCode layOut(Session& session, const LayoutOptions& options, const std::strin
                 JsonReport* json) {
     TextLayoutOptions layout = options.layout;
     const bool clusters = json != nullptr && layout.mode == LayoutMode::Clusters;
-    layout.detail = clusters ? PaintDetail::Glyphs : PaintDetail::Lines;
+    layout.detail = clusters ? fonts::EParagraphDetail::All : fonts::EParagraphDetail::Lines;
     PictureExtent extent;
     if (json != nullptr) {
         json->beginDrawing(path, drawing);

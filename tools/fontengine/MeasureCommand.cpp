@@ -52,8 +52,9 @@ Measured measure(Session& session, const MeasureOptions& options) {
     const bool drawsItself =
         measured.drawnBy.empty() || std::ranges::find(measured.drawnBy, family) != measured.drawnBy.end();
     measured.family = drawsItself ? family : measured.drawnBy.front();
-    fonts::IFont* font = session.engine().getFont(measured.family, fonts::weightFromBool(options.bold),
-                                                  fonts::styleFromBool(options.italic));
+    fonts::IFont* font =
+        session.engine().getFont(measured.family, options.bold ? fonts::Weight::Bold : fonts::Weight::Normal,
+                                 options.italic ? fonts::Style::Italic : fonts::Style::Normal);
     measured.emSize = font->capitalLetterSizeToFontSize(options.capSize);
     measured.metrics = session.metrics().getFontMetrics(measured.family, options.capSize, options.italic, options.bold);
     measured.box = session.metrics().getTextRect(text, family, capSize, style);

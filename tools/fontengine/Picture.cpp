@@ -62,39 +62,68 @@ void setColor(cairo_t* cr, std::uint32_t argb) {
     cairo_set_source_rgba(cr, channel(16), channel(8), channel(0), channel(24));
 }
 
-void fillShape(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const MbCartPoint& origin,
-               const PaintedShape& shape) {
-    const MbCartPoint* next = shape.outline.points.data();
-    const auto place = [&](const MbCartPoint& point) {
-        return viewport(toDrawing(text, origin.x + point.x, origin.y + point.y));
-    };
-    for (const Outline::Verb verb : shape.outline.verbs) {
-        switch (verb) {
-        case Outline::Verb::Move: {
-            const MbCartPoint p = place(*next++);
-            cairo_move_to(cr, p.x, p.y);
-            break;
-        }
-        case Outline::Verb::Line: {
-            const MbCartPoint p = place(*next++);
-            cairo_line_to(cr, p.x, p.y);
-            break;
-        }
-        case Outline::Verb::Curve: {
-            const MbCartPoint a = place(next[0]);
-            const MbCartPoint b = place(next[1]);
-            const MbCartPoint c = place(next[2]);
-            next += 3;
-            cairo_curve_to(cr, a.x, a.y, b.x, b.y, c.x, c.y);
-            break;
-        }
-        case Outline::Verb::Close:
-            cairo_close_path(cr);
-            break;
+// Draws outlines of a paragraph's layout as a path.
+class PathSink final : public fonts::IOutlineSink {
+public:
+    PathSink(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const LaidOutParagraph& paragraph)
+        : m_cr(cr), m_viewport(viewport), m_text(text), m_paragraph(paragraph) {}
+
+    void moveTo(MbCartPoint point) override {
+        const MbCartPoint p = place(point);
+        cairo_move_to(m_cr, p.x, p.y);
+    }
+    void lineTo(MbCartPoint point) override {
+        const MbCartPoint p = place(point);
+        cairo_line_to(m_cr, p.x, p.y);
+    }
+    void cubicTo(MbCartPoint control1, MbCartPoint control2, MbCartPoint end) override {
+        const MbCartPoint a = place(control1);
+        const MbCartPoint b = place(control2);
+        const MbCartPoint c = place(end);
+        cairo_curve_to(m_cr, a.x, a.y, b.x, b.y, c.x, c.y);
+    }
+    void close() override { cairo_close_path(m_cr); }
+
+private:
+    MbCartPoint place(const MbCartPoint& point) const {
+        const MbCartPoint inText = m_paragraph.toText(point);
+        return m_viewport(toDrawing(m_text, inText.x, inText.y));
+    }
+
+    cairo_t* m_cr;
+    const Viewport& m_viewport;
+    const LaidOutText& m_text;
+    const LaidOutParagraph& m_paragraph;
+};
+
+void fill(cairo_t* cr, std::uint32_t argb) {
+    setColor(cr, argb);
+    cairo_fill(cr);
+}
+
+// Glyph by glyph, so that what overlaps is filled.
+void fillGlyphs(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const LaidOutParagraph& paragraph) {
+    PathSink sink(cr, viewport, text, paragraph);
+    for (const fonts::SRun& run : paragraph.layout.runs()) {
+        for (const fonts::SGlyph& glyph : paragraph.layout.glyphs(run)) {
+            if (glyph.hasInk) {
+                paragraph.layout.outline(run, glyph, sink);
+                fill(cr, paragraph.colors.at(run.token));
+            }
         }
     }
-    setColor(cr, shape.color);
-    cairo_fill(cr);
+}
+
+void fillBars(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const LaidOutParagraph& paragraph) {
+    for (const fonts::SBar& bar : paragraph.layout.bars()) {
+        const std::array<MbCartPoint, 4> corners = cornersOf(text, paragraph.toText(bar.rect));
+        for (auto corner = corners.rbegin(); corner != corners.rend(); ++corner) {
+            const MbCartPoint p = viewport(*corner);
+            cairo_line_to(cr, p.x, p.y);
+        }
+        cairo_close_path(cr);
+        fill(cr, paragraph.colors.at(bar.token));
+    }
 }
 
 void strokeRect(cairo_t* cr, const Viewport& viewport, const LaidOutText& text, const MbRect& rect) {
@@ -116,7 +145,7 @@ void strokeClusters(cairo_t* cr, const Viewport& viewport, const LaidOutText& te
     cairo_set_line_width(cr, 0.6);
     for (const LaidOutParagraph& paragraph : text.paragraphs) {
         for (const LaidOutCluster& cluster : paragraph.clusters) {
-            if (!cluster.hasInk) {
+            if (cluster.rect.isEmpty()) {
                 continue;
             }
             cairo_set_source_rgba(cr, 0.55, 0.1, 0.75, 0.7);
@@ -140,8 +169,7 @@ void strokeBoxes(cairo_t* cr, const Viewport& viewport, const LaidOutText& text)
         cairo_set_source_rgba(cr, 0.9, 0.1, 0.1, 0.8);
         strokeRect(cr, viewport, text, paragraph.ink);
         cairo_set_source_rgba(cr, 0.0, 0.6, 0.2, 0.8);
-        for (const double baseline : paragraph.painted.baselines) {
-            const double y = paragraph.origin.y + baseline;
+        for (const double y : paragraph.baselines()) {
             const MbCartPoint a = viewport(toDrawing(text, paragraph.box.xmin, y));
             const MbCartPoint b = viewport(toDrawing(text, paragraph.box.xmax, y));
             cairo_move_to(cr, a.x, a.y);
@@ -230,9 +258,8 @@ Picture::Picture(Picture&&) noexcept = default;
 void Picture::draw(const LaidOutText& text) {
     cairo_t* cr = m_canvas->cr.get();
     for (const LaidOutParagraph& paragraph : text.paragraphs) {
-        for (const PaintedShape& shape : paragraph.painted.shapes) {
-            fillShape(cr, m_canvas->viewport, text, paragraph.origin, shape);
-        }
+        fillGlyphs(cr, m_canvas->viewport, text, paragraph);
+        fillBars(cr, m_canvas->viewport, text, paragraph);
     }
     strokeClusters(cr, m_canvas->viewport, text);
     if (m_canvas->options.boxes) {

@@ -29,7 +29,7 @@ private:
 
 enum class PictureFormat { Png, Svg };
 
-// Draws texts laid out with their shapes, fitted to the picture; texts laid out
+// Draws texts laid out with their glyphs, fitted to the picture; texts laid out
 // by clusters with the clusters' rectangles (violet), the corners where their
 // texts are inserted (dots) and the bars of underlines (orange).
 class Picture {

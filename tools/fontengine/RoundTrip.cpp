@@ -89,8 +89,7 @@ RoundTrip checkRoundTrip(Session& session, const dxf::Drawing& exploded, const d
         placed.text = &text;
         placed.frame = dxf::frameOf(text);
         const TextDocument document = makeTextDocument(exploded, placed, fontMap);
-        for (const DrawnGlyph& glyph :
-             glyphsOf(layOutText(session, placed, document, {.detail = PaintDetail::Glyphs}))) {
+        for (const DrawnGlyph& glyph : glyphsOf(layOutText(session, placed, document, {}), session.faces())) {
             comparison.add(glyph);
         }
     }

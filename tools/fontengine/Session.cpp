@@ -1,9 +1,6 @@
 #include "Session.h"
 
-#include <dwrite.h>
-
-#include <oslayer/checkHResult.h>
-#include <oslayer/com_ptr.h>
+#include <oslayer/Errors.h>
 
 #include "InputError.h"
 
@@ -11,28 +8,26 @@ namespace tool {
 
 namespace {
 
-// The engine's fallback font is the system's first family at worst, so without
-// any font there is nothing that it could answer.
-void requireFonts() {
-    oslayer::com_ptr<IDWriteFactory> factory;
-    OSLAYER_CHECK(DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory),
-                                      reinterpret_cast<IUnknown**>(&factory)));
-    oslayer::com_ptr<IDWriteFontCollection> collection;
-    OSLAYER_CHECK(factory->GetSystemFontCollection(&collection));
-    if (collection->GetFontFamilyCount() == 0) {
+// The engine's fallback font is the system's first family at worst: where there
+// is none, there is nothing that it could answer.
+void requireFonts(fonts::IFontEngine& engine) {
+    try {
+        engine.getFallbackFont();
+    } catch (const oslayer::EOsLayerError&) {
         throw InputError("no fonts are installed; install some (on Debian: apt-get install fonts-dejavu-core)");
     }
 }
 
 std::unique_ptr<fonts::IFontEngine> createEngine() {
-    requireFonts();
-    return fonts::createFontEngine(L"DejaVu Sans");
+    std::unique_ptr<fonts::IFontEngine> engine = fonts::createFontEngine(L"DejaVu Sans");
+    requireFonts(*engine);
+    return engine;
 }
 
 } // namespace
 
 Session::Session()
-    : m_engine(createEngine()), m_metrics(fonts::createTextMetricsService(m_engine.get())),
-      m_layoutings(m_metrics.get()), m_fontMap(*m_engine) {}
+    : m_engine(createEngine()), m_metrics(fonts::createTextMetricsService(m_engine.get())), m_layouts(*m_engine),
+      m_fontMap(*m_engine) {}
 
 } // namespace tool

@@ -20,14 +20,15 @@ VerticalExtent verticalExtent(const LaidOutText& laidOut, double capHeight) {
     double tallest = 0.0;
     bool first = true;
     for (const LaidOutParagraph& paragraph : laidOut.paragraphs) {
-        for (const double baseline : paragraph.painted.baselines) {
-            extent.lastBaseline = paragraph.origin.y + baseline;
-            if (!first) {
-                continue;
-            }
+        const std::vector<double> baselines = paragraph.baselines();
+        if (baselines.empty()) {
+            continue;
+        }
+        extent.lastBaseline = baselines.back();
+        if (first) {
             first = false;
-            extent.firstBaseline = extent.lastBaseline;
-            tallest = paragraph.painted.firstCapSize;
+            extent.firstBaseline = baselines.front();
+            tallest = paragraph.firstCapSize;
         }
     }
     extent.capTop = extent.firstBaseline + (tallest > 0.0 ? tallest : capHeight);
@@ -50,7 +51,7 @@ double leftBearing(const render::CRichTextDocument& document, const LaidOutText&
             continue;
         }
         const double gap =
-            beginsWithBlank(paragraph.text) ? 0.0 : std::max(0.0, paragraph.ink.xmin - paragraph.origin.x);
+            beginsWithBlank(paragraph.layout.text()) ? 0.0 : std::max(0.0, paragraph.ink.xmin - paragraph.origin.x);
         bearing = std::min(bearing.value_or(gap), gap);
     }
     return bearing.value_or(0.0);

@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <utility>
 
 #include <FontEngine/LayoutScale.h>
 
-#include "ParagraphLayout.h"
+#include "ClusterRects.h"
+#include "ParagraphRects.h"
 #include "TextAnchor.h"
+#include "TextHeights.h"
 
 namespace tool {
 
@@ -38,18 +42,10 @@ public:
         return result;
     }
 
-    [[nodiscard]] render::CRichTextDocument document(std::vector<render::CRichTextParagraph> paragraphs) const {
-        render::CRichTextDocument result = render::makeDocument(std::move(paragraphs));
-        result.tabStopWidth = m_text.document.tabStopWidth;
-        times(result.tabStopWidth);
-        return result;
-    }
-
-    // A document of that paragraph alone.
-    [[nodiscard]] render::CRichTextDocument document(std::size_t i) const {
-        std::vector<render::CRichTextParagraph> paragraphs;
-        paragraphs.push_back(paragraph(i));
-        return document(std::move(paragraphs));
+    [[nodiscard]] double tabStopWidth() const {
+        float width = m_text.document.tabStopWidth;
+        times(width);
+        return static_cast<double>(width);
     }
 
     [[nodiscard]] mtext::ParagraphFormat format(std::size_t i) const {
@@ -76,44 +72,117 @@ private:
     double m_capHeight;
 };
 
-// Paragraphs of a text without a width are as wide as the widest of them, so
-// that centred and right-aligned ones have something to be aligned in.
-double boxWidth(const Session& session, const ScaledText& text) {
-    if (text.width() > 0.0) {
-        return text.width();
+fonts::CParagraphLayout layOutIn(Session& session, const ScaledText& text, std::size_t i, double width,
+                                 fonts::EParagraphDetail detail) {
+    const render::CRichTextParagraph paragraph = text.paragraph(i);
+    fonts::SParagraphLayoutOptions options;
+    options.maxWidth = width > 0.0 && std::isfinite(width) ? width : 0.0;
+    // Where the text's height makes no tab stops, the platform refuses the height.
+    if (const double tabStop = text.tabStopWidth(); tabStop > 0.0 && std::isfinite(tabStop)) {
+        options.tabStopWidth = tabStop;
     }
+    options.detail = differInHeight(paragraph) ? fonts::EParagraphDetail::All : detail;
+    return session.layouts().make(paragraph, options);
+}
+
+// The left edges that a paragraph asks for: its first line's and the others'.
+struct LeftEdges {
+    explicit LeftEdges(const mtext::ParagraphFormat& format)
+        : others(static_cast<double>(format.leftIndent)), first(others + static_cast<double>(format.firstLineIndent)) {}
+
+    double others;
+    double first;
+};
+
+double rightEdge(const ScaledText& text, std::size_t i, double left, double width) {
+    const double right = width - static_cast<double>(text.format(i).rightIndent);
+    // Indents that leave no room leave a capital's.
+    return left == 0.0 && right == width ? width : std::max(right, left + text.capHeight());
+}
+
+bool hasSeveralLines(const fonts::CParagraphLayout& layout) {
+    return baselinesOf(layout).size() > 1;
+}
+
+// A paragraph has one left edge: that of its first line where it is the only
+// one, that of the others otherwise. Which it is shows when it is laid out: one
+// whose first line would stand elsewhere is laid out again where it has several.
+StandingParagraph layOutIndented(Session& session, const ScaledText& text, std::size_t i,
+                                 fonts::EParagraphDetail detail, bool& expressed) {
+    const LeftEdges edges(text.format(i));
+    StandingParagraph paragraph;
+    const auto layOutFrom = [&](double left) {
+        paragraph.left = left;
+        paragraph.right = rightEdge(text, i, left, text.width());
+        paragraph.x = left;
+        paragraph.layout = layOutIn(session, text, i, paragraph.right - left, detail);
+    };
+    layOutFrom(edges.first);
+    if (edges.first != edges.others && hasSeveralLines(paragraph.layout)) {
+        expressed = false;
+        layOutFrom(edges.others);
+    }
+    return paragraph;
+}
+
+// Laid out without a width, lines begin at x = 0, have their middle there or end there. This is where that x stands
+// between the edges, as a share of the room.
+double shareOfRoom(render::eRichTextParagraphAlignment alignment) {
+    switch (alignment) {
+    case render::eRichTextParagraphAlignment::Right:
+        return 1.0;
+    case render::eRichTextParagraphAlignment::Center:
+        return 0.5;
+    default:
+        return 0.0;
+    }
+}
+
+// Moves the paragraphs of a text without a width, laid out at their natural sizes,
+// to where their alignments ask for in the widest of them. Gives its width.
+double standInWidest(const ScaledText& text, std::vector<StandingParagraph>& paragraphs, bool& expressed) {
     double widest = 0.0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const MbRect natural = session.metrics().getDocumentRect(text.document(i));
+    for (std::size_t i = 0; i < paragraphs.size(); ++i) {
         const mtext::ParagraphFormat format = text.format(i);
-        const double indents = static_cast<double>(format.firstLineIndent) + static_cast<double>(format.leftIndent) +
-                               static_cast<double>(format.rightIndent);
-        widest = std::max(widest, (natural.isEmpty() ? 0.0 : natural.xmax - natural.xmin) + std::max(indents, 0.0));
+        const double indents = LeftEdges(format).first + static_cast<double>(format.rightIndent);
+        widest = std::max(widest, paragraphs[i].layout.naturalWidth() + std::max(indents, 0.0));
+    }
+    for (std::size_t i = 0; i < paragraphs.size(); ++i) {
+        StandingParagraph& paragraph = paragraphs[i];
+        const LeftEdges edges(text.format(i));
+        const bool isTorn = edges.first != edges.others && hasSeveralLines(paragraph.layout);
+        expressed = expressed && !isTorn;
+        paragraph.left = isTorn ? edges.others : edges.first;
+        paragraph.right = rightEdge(text, i, paragraph.left, widest);
+        paragraph.x = paragraph.left + shareOfRoom(paragraph.alignment) * (paragraph.right - paragraph.left);
     }
     return widest;
 }
 
-// A paragraph has one left edge: that of its first line where it is the only
-// one, that of the others otherwise.
-LaidOutParagraph layOutIndented(Session& session, const ScaledText& text, std::size_t i, double width,
-                                const TextLayoutOptions& options, bool& expressed) {
-    const render::CRichTextDocument document = text.document(i);
-    const mtext::ParagraphFormat format = text.format(i);
-    const double left = static_cast<double>(format.leftIndent);
-    const double first = left + static_cast<double>(format.firstLineIndent);
-    const double right = width - static_cast<double>(format.rightIndent);
-    const auto between = [&](double edge) {
-        // Indents that leave no room leave a capital's.
-        return layOutParagraph(session, document, edge,
-                               edge == 0.0 && right == width ? width : std::max(right, edge + text.capHeight()),
-                               options);
-    };
-    LaidOutParagraph paragraph = between(first);
-    if (first != left && paragraph.painted.baselines.size() > 1) {
-        expressed = false;
-        paragraph = between(left);
+// The paragraphs of a text, each with its top at 0 still, and how wide their box is.
+struct StandingText {
+    std::vector<StandingParagraph> paragraphs;
+    double width = 0.0;
+    bool indentsExpressed = true;
+};
+
+StandingText layOutParagraphs(Session& session, const TextDocument& document, const ScaledText& text,
+                              fonts::EParagraphDetail detail) {
+    StandingText standing;
+    standing.width = text.width();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        StandingParagraph& paragraph = standing.paragraphs.emplace_back();
+        if (text.width() > 0.0) {
+            paragraph = layOutIndented(session, text, i, detail, standing.indentsExpressed);
+        } else {
+            paragraph.layout = layOutIn(session, text, i, 0.0, detail);
+        }
+        paragraph.alignment = document.document.paragraphs.at(static_cast<std::int32_t>(i)).alignment;
     }
-    return paragraph;
+    if (!(text.width() > 0.0)) {
+        standing.width = standInWidest(text, standing.paragraphs, standing.indentsExpressed);
+    }
+    return standing;
 }
 
 // What moves a paragraph's first baseline from where it stands under the last
@@ -145,58 +214,54 @@ bool hasOwnSpacing(const mtext::ParagraphFormat& format) {
     return format.lineSpacingKind != mtext::LineSpacingKind::Default;
 }
 
-void stack(const dxf::TextEntity& entity, const ScaledText& text, LaidOutText& laidOut) {
+// From top to bottom. False where lines inside a paragraph would have to stand otherwise.
+bool stack(const dxf::TextEntity& entity, const ScaledText& text, std::vector<StandingParagraph>& paragraphs) {
+    bool expressed = true;
     double top = 0.0;
-    for (std::size_t i = 0; i < laidOut.paragraphs.size(); ++i) {
-        LaidOutParagraph& paragraph = laidOut.paragraphs[i];
-        const std::vector<double>& baselines = paragraph.painted.baselines;
-        if (hasOwnSpacing(text.format(i)) && baselines.size() > 1) {
-            laidOut.spacingExpressed = false;
-        }
+    std::optional<double> lastBaseline; // of the paragraph above
+    for (std::size_t i = 0; i < paragraphs.size(); ++i) {
+        StandingParagraph& paragraph = paragraphs[i];
+        const std::vector<double> baselines = baselinesOf(paragraph.layout);
+        expressed = expressed && !(hasOwnSpacing(text.format(i)) && baselines.size() > 1);
         if (i > 0 && !baselines.empty()) {
-            const LaidOutParagraph& above = laidOut.paragraphs[i - 1];
-            const double last = above.painted.baselines.empty() ? top : above.origin.y + above.painted.baselines.back();
-            top -= extraSpacing(entity, text, i, last - (top + baselines.front()));
+            top -= extraSpacing(entity, text, i, lastBaseline.value_or(top) - (top + baselines.front()));
         }
-        move(paragraph, 0.0, top);
-        top -= paragraph.height;
+        paragraph.top = top;
+        top -= paragraph.height();
+        lastBaseline.reset();
+        if (!baselines.empty()) {
+            lastBaseline = paragraph.top + baselines.back();
+        }
     }
+    return expressed;
 }
 
-// Where ink is aligned, the paragraphs are aligned with one another.
-void alignInk(Session& session, const ScaledText& text, double width, LaidOutText& laidOut) {
-    std::vector<render::CRichTextParagraph> paragraphs;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        paragraphs.push_back(text.paragraph(i));
-    }
-    const auto layouting = session.layoutings().create(text.document(std::move(paragraphs)));
-    layouting->setLayoutRect(MbRect(0.0, 0.0, width, 0.0));
-    layouting->layout();
-    const std::vector<MbRect> unaligned = layouting->getRects();
-    layouting->setAlignByTextBounds(true);
-    layouting->layout();
-    const std::vector<MbRect> aligned = layouting->getRects();
-    for (std::size_t i = 0; i < laidOut.paragraphs.size(); ++i) {
-        LaidOutParagraph& paragraph = laidOut.paragraphs[i];
-        if (paragraph.ink.isEmpty()) {
-            continue;
-        }
-        move(paragraph, aligned[i].xmin - unaligned[i].xmin, aligned[i].ymax - unaligned[i].ymax);
-        paragraph.box.xmax = paragraph.box.xmin + (aligned[i].xmax - aligned[i].xmin);
-    }
+MbRect boxOf(const StandingParagraph& paragraph, LayoutMode mode) {
+    return mode == LayoutMode::MText ? boxAlignedWithInk(paragraph) : paragraph.box();
 }
 
-LaidOutText layOutParagraphs(Session& session, const dxf::TextEntity& entity, const ScaledText& text, double width,
-                             const TextLayoutOptions& options) {
-    LaidOutText laidOut;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        laidOut.paragraphs.push_back(layOutIndented(session, text, i, width, options, laidOut.indentsExpressed));
+// `factor`: from the layout's lengths to the drawing's.
+LaidOutParagraph finish(Session& session, const render::CRichTextParagraph& paragraph, StandingParagraph standing,
+                        double factor, const TextLayoutOptions& options) {
+    LaidOutParagraph result;
+    result.factor = factor;
+    // Rectangles that stand in the text already.
+    result.box = result.toText(boxOf(standing, options.mode));
+    result.ink = result.toText(standing.ink());
+    result.origin = result.toText(MbCartPoint{standing.x, standing.top});
+    result.layout = std::move(standing.layout);
+    for (const render::SRichTextToken& token : paragraph.tokens) {
+        result.colors.push_back(token.color);
     }
-    stack(entity, text, laidOut);
-    if (options.mode == LayoutMode::Document && options.alignByInk) {
-        alignInk(session, text, width, laidOut);
+    result.firstCapSize = firstCapSize(paragraph, result.layout);
+    result.mixesHeights = differInHeight(paragraph) && mixesHeights(paragraph, result.layout);
+    if (options.mode == LayoutMode::Clusters && options.detail == fonts::EParagraphDetail::All) {
+        result.clusters = clustersOf(session, paragraph, result);
+        for (const fonts::SBar& bar : result.layout.bars()) {
+            result.underlines.push_back(result.toText(bar.rect));
+        }
     }
-    return laidOut;
+    return result;
 }
 
 // What stretches and slants a one-line text beside its frame.
@@ -223,14 +288,21 @@ LaidOutText layOutText(Session& session, const dxf::PlacedText& placed, const Te
     const dxf::TextEntity& entity = *placed.text;
     const double factor = fonts::layoutScale(entity.height);
     const ScaledText scaledText(entity, text, factor);
-    const double layoutWidth = boxWidth(session, scaledText);
-    LaidOutText laidOut = layOutParagraphs(session, entity, scaledText, layoutWidth, options);
-    for (LaidOutParagraph& paragraph : laidOut.paragraphs) {
-        scale(paragraph, 1.0 / factor);
+    StandingText standing = layOutParagraphs(session, text, scaledText, options.detail);
+    LaidOutText laidOut;
+    laidOut.indentsExpressed = standing.indentsExpressed;
+    laidOut.spacingExpressed = stack(entity, scaledText, standing.paragraphs);
+    if (options.mode == LayoutMode::Document && options.alignByInk) {
+        alignByInk(standing.paragraphs);
+    }
+    for (std::size_t i = 0; i < standing.paragraphs.size(); ++i) {
+        const LaidOutParagraph& paragraph =
+            laidOut.paragraphs.emplace_back(finish(session, text.document.paragraphs.at(static_cast<std::int32_t>(i)),
+                                                   std::move(standing.paragraphs[i]), 1.0 / factor, options));
         laidOut.box |= paragraph.box;
         laidOut.ink |= paragraph.ink;
     }
-    const double width = layoutWidth / factor;
+    const double width = standing.width / factor;
     laidOut.anchor = anchorOf(entity, text.document, laidOut, width);
     laidOut.toDrawing = placed.frame * deformation(entity, width) *
                         dxf::Transform::translation({-laidOut.anchor.x, -laidOut.anchor.y, 0.0});

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include <dxf/Placement.h>
 #include <geometry/MbRect.h>
-#include <render/RichTextDocument.h>
 
-#include "Outlines.h"
+#include "LaidOutParagraph.h"
 #include "Session.h"
 #include "TextDocument.h"
 
@@ -23,29 +21,9 @@ enum class LayoutMode {
 struct TextLayoutOptions {
     LayoutMode mode = LayoutMode::Document;
     bool alignByInk = false; // Document: align the paragraphs' ink rather than their boxes
-    PaintDetail detail = PaintDetail::Shapes;
-};
-
-// A glyph cluster as the library places it.
-struct LaidOutCluster {
-    render::SRichTextToken token; // its text is the cluster's
-    MbRect rect;                  // in the text's frame; where nothing is drawn it means nothing
-    // Its glyphs in the paragraph's `painted`.
-    std::size_t run = 0;
-    std::size_t firstGlyph = 0;
-    std::size_t glyphCount = 0;
-    bool hasInk = false;
-};
-
-struct LaidOutParagraph {
-    std::wstring text;
-    MbRect box;         // as the layouting says, in the text's frame; empty where it says nothing
-    MbRect ink;         // ink box, in the text's frame; empty without ink
-    MbCartPoint origin; // where `painted` stands in the text's frame
-    double height = 0.0;
-    PaintedParagraph painted;
-    std::vector<LaidOutCluster> clusters; // in mode Clusters, unless only lines are wanted
-    std::vector<MbRect> underlines;       // the same; in the text's frame
+    // Lines: what is measured. All: also what is drawn, and clusters in mode Clusters. (A paragraph of text of
+    // different heights keeps its runs in any case.)
+    fonts::EParagraphDetail detail = fonts::EParagraphDetail::All;
 };
 
 // One text of a drawing, laid out. Lengths are drawing units; the text's frame

@@ -76,7 +76,7 @@ bool isExpressed(mtext::DiagnosticCode code, const LaidOutText& text) {
         return text.spacingExpressed;
     case mtext::DiagnosticCode::InlineAlignment: // Shows where a line holds text of different heights.
         return std::none_of(text.paragraphs.begin(), text.paragraphs.end(),
-                            [](const LaidOutParagraph& paragraph) { return paragraph.painted.mixesHeights; });
+                            [](const LaidOutParagraph& paragraph) { return paragraph.mixesHeights; });
     default:
         return false;
     }
@@ -84,8 +84,8 @@ bool isExpressed(mtext::DiagnosticCode code, const LaidOutText& text) {
 
 } // namespace
 
-void TextNotes::add(const std::vector<mtext::Diagnostic>& diagnostics, const std::vector<char32_t>& missing,
-                    std::uint64_t line) {
+void TextNotes::add(const std::vector<mtext::Diagnostic>& diagnostics,
+                    const std::vector<fonts::SMissingCharacter>& missing, std::uint64_t line) {
     for (const mtext::Diagnostic& diagnostic : diagnostics) {
         auto known = std::find_if(m_ignored.begin(), m_ignored.end(),
                                   [&](const IgnoredCode& other) { return other.code == diagnostic.code; });
@@ -94,13 +94,13 @@ void TextNotes::add(const std::vector<mtext::Diagnostic>& diagnostics, const std
         }
         ++known->count;
     }
-    for (const char32_t character : missing) {
+    for (const fonts::SMissingCharacter& one : missing) {
         auto known = std::find_if(m_missing.begin(), m_missing.end(),
-                                  [&](const MissingCharacter& other) { return other.character == character; });
+                                  [&](const MissingCharacter& other) { return other.character == one.character; });
         if (known == m_missing.end()) {
-            known = m_missing.insert(m_missing.end(), {character, 0, line});
+            known = m_missing.insert(m_missing.end(), {one.character, 0, line});
         }
-        ++known->count;
+        known->count += one.count;
     }
 }
 
@@ -122,17 +122,18 @@ std::vector<mtext::Diagnostic> unmetDiagnostics(const TextDocument& document, co
     return diagnostics;
 }
 
-std::vector<char32_t> missingCharacters(const LaidOutText& text) {
-    std::vector<char32_t> missing;
+std::vector<fonts::SMissingCharacter> missingCharacters(const LaidOutText& text) {
+    std::vector<fonts::SMissingCharacter> missing;
     for (const LaidOutParagraph& paragraph : text.paragraphs) {
-        missing.insert(missing.end(), paragraph.painted.missing.begin(), paragraph.painted.missing.end());
+        const auto characters = paragraph.layout.missing();
+        missing.insert(missing.end(), characters.begin(), characters.end());
     }
     return missing;
 }
 
 bool showsNothing(const LaidOutText& text) {
     return text.ink.isEmpty() && std::all_of(text.paragraphs.begin(), text.paragraphs.end(),
-                                             [](const LaidOutParagraph& p) { return !p.painted.hasBars; });
+                                             [](const LaidOutParagraph& p) { return p.layout.bars().empty(); });
 }
 
 void report(const TextNotes& notes) {

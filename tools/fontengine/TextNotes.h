@@ -34,7 +34,7 @@ struct MissingCharacter {
 class TextNotes {
 public:
     // Takes what one text could not show, and the line of the drawing where it begins.
-    void add(const std::vector<mtext::Diagnostic>& diagnostics, const std::vector<char32_t>& missing,
+    void add(const std::vector<mtext::Diagnostic>& diagnostics, const std::vector<fonts::SMissingCharacter>& missing,
              std::uint64_t line);
 
     [[nodiscard]] const std::vector<IgnoredCode>& ignored() const { return m_ignored; }
@@ -51,8 +51,8 @@ private:
 // nothing.
 std::vector<mtext::Diagnostic> unmetDiagnostics(const TextDocument& document, const LaidOutText& text);
 
-// The characters of a text that no installed font has, each as often as it stands there.
-std::vector<char32_t> missingCharacters(const LaidOutText& text);
+// The characters of a text that no installed font has, paragraph by paragraph.
+std::vector<fonts::SMissingCharacter> missingCharacters(const LaidOutText& text);
 
 // Whether a text leaves nothing on paper.
 bool showsNothing(const LaidOutText& text);

@@ -55,7 +55,7 @@ struct SRunFormat {
     /// Pairs of letters are moved together or apart as the font says.
     bool kerning = true;
     /// In the order in which they are applied.
-    std::vector<SFontFeature> features{};
+    std::vector<SFontFeature> features = {};
 };
 
 /// What the end of a line may do beside an inline box.
@@ -92,15 +92,15 @@ struct SParagraphLayoutOptions {
     double maxHeight = 0.0;
     /// The distance between tab stops, as CRichTextDocument::tabStopWidth; above 0.
     double tabStopWidth = 40.0;
-    /// The language that shapes and line breaks follow, as BCP 47 names it ("tr", "zh-Hans"); empty: none.
-    std::wstring locale{};
+    /// The language that fallback, shapes and line breaks follow, as BCP 47 names it ("tr", "zh-Hans"); empty: none.
+    std::wstring locale = {};
     EReadingDirection direction = EReadingDirection::LeftToRight;
     EWrapping wrapping = EWrapping::AsParagraph;
-    SLineSpacing lineSpacing{};
+    SLineSpacing lineSpacing = {};
     /// One per token of the paragraph, or none at all.
-    std::vector<SRunFormat> runFormats{};
+    std::vector<SRunFormat> runFormats = {};
     /// In the order of their ranges, which do not overlap.
-    std::vector<SInlineBox> inlineBoxes{};
+    std::vector<SInlineBox> inlineBoxes = {};
     /// The grid that baselines stand on: that of ITextMetrics. 0: none.
     double baselineGrid = 0.01;
     EParagraphDetail detail = EParagraphDetail::All;

@@ -9,6 +9,7 @@
 #include <oslayer/checkHResult.h>
 
 #include "ClusterTable.h"
+#include "LocaleFonts.h"
 
 namespace fonts {
 
@@ -151,7 +152,9 @@ SPlatformParagraph makePlatformParagraph(const render::CRichTextParagraph& parag
     const std::wstring text = textOf(paragraph);
     const double factor = formats.commonFactor();
     SPlatformParagraph result;
-    result.pLayout = CRichTextDocumentProcessor::process(isEmpty ? withBlank(paragraph) : paragraph, &engine,
+    CLocaleFonts localeFonts(engine, options.locale);
+    result.pLayout = CRichTextDocumentProcessor::process(isEmpty ? withBlank(paragraph) : paragraph,
+                                                         options.locale.empty() ? &engine : &localeFonts,
                                                          options.tabStopWidth / factor)
                          .pObject;
     setParagraphOptions(result.pLayout, options, isEmpty ? 1 : static_cast<std::uint32_t>(text.length()));

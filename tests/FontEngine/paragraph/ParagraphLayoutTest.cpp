@@ -61,6 +61,18 @@ TEST_F(ParagraphLayout, LettersAreMovedTogetherUnlessKerningIsOff) {
     EXPECT_NEAR(2.0 * 1366.0 * unit, widthOf(lay(L"AV", formatted(format))), precision);
 }
 
+// Which cut of the pan-CJK font a reader of each language expects: tests/platform/fallback/data/languages.tsv.
+TEST_F(ParagraphLayout, TheLocaleSaysWhichFontsStandIn) {
+    const auto familyFor = [this](const wchar_t* locale) {
+        SParagraphLayoutOptions options;
+        options.locale = locale;
+        return lay(L"\u76F4\u9AA8", options).face(0).family;
+    };
+    EXPECT_EQ(L"Noto Sans CJK JP", familyFor(L"ja"));
+    EXPECT_EQ(L"Noto Sans CJK SC", familyFor(L"zh-Hans"));
+    EXPECT_EQ(L"Noto Sans CJK TC", familyFor(L"zh-Hant"));
+}
+
 // hb-shape DejaVuSans.ttf ffi: one glyph, 5044; with --features=-liga three.
 TEST_F(ParagraphLayout, FeaturesReachTheShaper) {
     const auto paragraph =
