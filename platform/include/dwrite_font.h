@@ -2,11 +2,13 @@
 
 // Fonts: the collection, its families, their fonts and the fonts' faces.
 //
-// Each of these objects exists once in the process: handing one out adds a
-// reference to it, and a forgotten Release costs nothing but the count. All of
-// them may be used by any number of threads at once. Text comes as UTF-16 units,
-// one per element.
+// Each of these objects of the system's collection exists once in the process: handing
+// one out adds a reference to it, and a forgotten Release costs nothing but the count.
+// A collection of a host's own files and all that belongs to it (families, fonts, faces,
+// names) ends as a whole, with the last reference to any of it. All of them may be used
+// by any number of threads at once. Text comes as UTF-16 units, one per element.
 
+#include <dwrite_file.h>
 #include <dwrite_types.h>
 
 struct ID2D1SimplifiedGeometrySink;
@@ -34,7 +36,19 @@ struct IDWriteLocalizedStrings : IUnknown {
 
 /// A font's glyphs. Design units are 1 / designUnitsPerEm of the em.
 struct IDWriteFontFace : IUnknown {
+    /// The kind of the face's file.
+    virtual DWRITE_FONT_FACE_TYPE STDMETHODCALLTYPE GetType() = 0;
+    /// The face's file, always one. With null for `fontFiles` only the number is told; room for fewer is E_INVALIDARG.
+    virtual HRESULT STDMETHODCALLTYPE GetFiles(UINT32* numberOfFiles, IDWriteFontFile** fontFiles) = 0;
+    /// Which face of its file this is, from 0.
+    ///
+    /// A named instance of a variable font has the instance's number, from 1, in the upper 16 bits and the face in the
+    /// lower ones, as FreeType and Fontconfig count them. 0 there is the font's default. CreateFontFace takes an index
+    /// as it is told here.
+    virtual UINT32 STDMETHODCALLTYPE GetIndex() = 0;
     virtual DWRITE_FONT_SIMULATIONS STDMETHODCALLTYPE GetSimulations() = 0;
+    /// Whether the face has its characters as symbols, at code points of the font's own.
+    virtual BOOL STDMETHODCALLTYPE IsSymbolFont() = 0;
     virtual void STDMETHODCALLTYPE GetMetrics(DWRITE_FONT_METRICS* fontFaceMetrics) = 0;
     virtual UINT16 STDMETHODCALLTYPE GetGlyphCount() = 0;
     /// Measures of `glyphCount` glyphs, of the outline as drawn (simulations included).
@@ -45,6 +59,11 @@ struct IDWriteFontFace : IUnknown {
     /// The nominal glyph of each code point, 0 where there is none. E_INVALIDARG for null arrays.
     virtual HRESULT STDMETHODCALLTYPE GetGlyphIndices(const UINT32* codePoints, UINT32 codePointCount,
                                                       UINT16* glyphIndices) = 0;
+    /// Hands out the bytes of a table, named by DWRITE_MAKE_OPENTYPE_TAG, which stay until ReleaseFontTable gets
+    /// `tableContext`, also where the face has gone. A table that is not there is S_OK, FALSE and null.
+    virtual HRESULT STDMETHODCALLTYPE TryGetFontTable(UINT32 openTypeTableTag, const void** tableData,
+                                                      UINT32* tableSize, void** tableContext, BOOL* exists) = 0;
+    virtual void STDMETHODCALLTYPE ReleaseFontTable(void* tableContext) = 0;
     /// Plays the outlines of a run into `geometrySink`, in units of `emSize`, y down,
     /// the baseline's origin at (0, 0), unhinted.
     ///
@@ -106,7 +125,8 @@ struct IDWriteFontCollection : IUnknown {
     /// Looks a family up by any of its names, letter case ignored. Always S_OK; an
     /// unknown name gives FALSE and 0xFFFFFFFF.
     virtual HRESULT STDMETHODCALLTYPE FindFamilyName(const WCHAR* familyName, UINT32* index, BOOL* exists) = 0;
-    /// The font that `fontFace` came from; DWRITE_E_NOFONT and null for a foreign face.
+    /// The font of the same file, index and simulations as `fontFace`, wherever that came from; DWRITE_E_NOFONT and
+    /// null if there is none, and for a foreign face.
     virtual HRESULT STDMETHODCALLTYPE GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) = 0;
 };
 

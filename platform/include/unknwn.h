@@ -15,6 +15,7 @@ using INT32 = std::int32_t;
 using UINT8 = std::uint8_t;
 using UINT16 = std::uint16_t;
 using UINT32 = std::uint32_t;
+using UINT64 = std::uint64_t;
 using LONG = std::int32_t;
 using ULONG = std::uint32_t;
 using HRESULT = LONG;
@@ -34,6 +35,12 @@ using WCHAR = wchar_t;
 
 // Functions that the platform's libraries export.
 #define PLATFORM_EXPORT [[gnu::visibility("default")]]
+
+/// A point in time: units of 100 nanoseconds since the start of the year 1601 (UTC), in two halves.
+struct FILETIME {
+    UINT32 dwLowDateTime;
+    UINT32 dwHighDateTime;
+};
 
 // ---- status codes ----
 

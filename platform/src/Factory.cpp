@@ -5,6 +5,11 @@
 
 #include "fallback/FontFallback.h"
 #include "fonts/FontCollection.h"
+#include "fonts/FontFileReference.h"
+#include "fonts/HostFonts.h"
+#include "fonts/LocalFontData.h"
+#include "fonts/LocalFontFileLoader.h"
+#include "fonts/LocalPath.h"
 #include "format/TextFormat.h"
 #include "format/Typography.h"
 #include "layout/EllipsisSign.h"
@@ -44,6 +49,10 @@ bool isValidName(const WCHAR* name) {
     return name != nullptr && isUtf16(name);
 }
 
+std::uint64_t ticksOf(const FILETIME& time) {
+    return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
 template <class Object, class Interface>
 HRESULT handOutNew(Object* created, Interface** out) {
     *out = created;
@@ -58,6 +67,94 @@ HRESULT FactoryOperations::GetSystemFontCollection(IDWriteFontCollection** fontC
         handOut(systemCollection(), fontCollection);
         return S_OK;
     });
+}
+
+HRESULT FactoryOperations::CreateCustomFontCollection(IDWriteFontCollectionLoader* collectionLoader,
+                                                      const void* collectionKey, UINT32 collectionKeySize,
+                                                      IDWriteFontCollection** fontCollection) {
+    *fontCollection = nullptr;
+    return guarded([&] {
+        return m_collectionLoaders.knows(collectionLoader)
+                   ? createCollection(*this, *collectionLoader, collectionKey, collectionKeySize, fontCollection)
+                   : E_INVALIDARG;
+    });
+}
+
+HRESULT FactoryOperations::RegisterFontCollectionLoader(IDWriteFontCollectionLoader* fontCollectionLoader) {
+    return guarded([&] { return m_collectionLoaders.add(fontCollectionLoader); });
+}
+
+HRESULT FactoryOperations::UnregisterFontCollectionLoader(IDWriteFontCollectionLoader* fontCollectionLoader) {
+    return m_collectionLoaders.remove(fontCollectionLoader);
+}
+
+HRESULT FactoryOperations::CreateFontFileReference(const WCHAR* filePath, const FILETIME* lastWriteTime,
+                                                   IDWriteFontFile** fontFile) {
+    *fontFile = nullptr;
+    return guarded([&] {
+        std::optional<std::string> path = filePath != nullptr ? localPath(filePath) : std::nullopt;
+        if (!path) {
+            return E_INVALIDARG;
+        }
+        std::shared_ptr<FontData> data;
+        if (lastWriteTime != nullptr) {
+            data = std::make_shared<LocalFontData>(std::move(*path), ticksOf(*lastWriteTime));
+        } else {
+            HRESULT failure = S_OK;
+            const std::unique_ptr<LocalFontFile> file = LocalFontFile::open(*path, &failure);
+            if (!file) {
+                return failure;
+            }
+            data = std::make_shared<LocalFontData>(std::move(*path), file->identity());
+        }
+        return handOutNew(new CFontFileReference(std::move(data)), fontFile);
+    });
+}
+
+HRESULT FactoryOperations::CreateCustomFontFileReference(const void* fontFileReferenceKey,
+                                                         UINT32 fontFileReferenceKeySize,
+                                                         IDWriteFontFileLoader* fontFileLoader,
+                                                         IDWriteFontFile** fontFile) {
+    *fontFile = nullptr;
+    const bool hasKey = fontFileReferenceKey != nullptr || fontFileReferenceKeySize == 0;
+    if (!hasKey || (fontFileLoader != &CLocalFontFileLoader::instance() && !m_fileLoaders.knows(fontFileLoader))) {
+        return E_INVALIDARG;
+    }
+    return guarded([&] {
+        std::string key;
+        if (fontFileReferenceKeySize > 0) {
+            key.assign(static_cast<const char*>(fontFileReferenceKey), fontFileReferenceKeySize);
+        }
+        std::shared_ptr<FontData> data;
+        if (const HRESULT result = makeFontData(*fontFileLoader, std::move(key), data); FAILED(result)) {
+            return result;
+        }
+        return handOutNew(new CFontFileReference(std::move(data)), fontFile);
+    });
+}
+
+HRESULT FactoryOperations::CreateFontFace(DWRITE_FONT_FACE_TYPE fontFaceType, UINT32 numberOfFiles,
+                                          IDWriteFontFile* const* fontFiles, UINT32 faceIndex,
+                                          DWRITE_FONT_SIMULATIONS fontFaceSimulationFlags, IDWriteFontFace** fontFace) {
+    *fontFace = nullptr;
+    constexpr int allSimulations = DWRITE_FONT_SIMULATIONS_BOLD | DWRITE_FONT_SIMULATIONS_OBLIQUE;
+    const bool isOneFile = numberOfFiles == 1 && fontFiles != nullptr && *fontFiles != nullptr;
+    const bool isKnownType = fontFaceType == DWRITE_FONT_FACE_TYPE_CFF ||
+                             fontFaceType == DWRITE_FONT_FACE_TYPE_TRUETYPE ||
+                             fontFaceType == DWRITE_FONT_FACE_TYPE_OPENTYPE_COLLECTION;
+    if (!isOneFile || !isKnownType || (fontFaceSimulationFlags & ~allSimulations) != 0) {
+        return E_INVALIDARG;
+    }
+    return guarded(
+        [&] { return createFontFace(fontFaceType, **fontFiles, faceIndex, fontFaceSimulationFlags, fontFace); });
+}
+
+HRESULT FactoryOperations::RegisterFontFileLoader(IDWriteFontFileLoader* fontFileLoader) {
+    return guarded([&] { return m_fileLoaders.add(fontFileLoader); });
+}
+
+HRESULT FactoryOperations::UnregisterFontFileLoader(IDWriteFontFileLoader* fontFileLoader) {
+    return m_fileLoaders.remove(fontFileLoader);
 }
 
 HRESULT FactoryOperations::CreateTextFormat(const WCHAR* fontFamilyName, IDWriteFontCollection* fontCollection,

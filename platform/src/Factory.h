@@ -4,6 +4,7 @@
 
 #include "com/ComObject.h"
 #include "com/Reference.h"
+#include "fonts/LoaderRegistry.h"
 
 namespace platform {
 
@@ -15,6 +16,23 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetSystemFontCollection(IDWriteFontCollection** fontCollection,
                                                       BOOL checkForUpdates) final;
+    HRESULT STDMETHODCALLTYPE CreateCustomFontCollection(IDWriteFontCollectionLoader* collectionLoader,
+                                                         const void* collectionKey, UINT32 collectionKeySize,
+                                                         IDWriteFontCollection** fontCollection) final;
+    HRESULT STDMETHODCALLTYPE RegisterFontCollectionLoader(IDWriteFontCollectionLoader* fontCollectionLoader) final;
+    HRESULT STDMETHODCALLTYPE UnregisterFontCollectionLoader(IDWriteFontCollectionLoader* fontCollectionLoader) final;
+    HRESULT STDMETHODCALLTYPE CreateFontFileReference(const WCHAR* filePath, const FILETIME* lastWriteTime,
+                                                      IDWriteFontFile** fontFile) final;
+    HRESULT STDMETHODCALLTYPE CreateCustomFontFileReference(const void* fontFileReferenceKey,
+                                                            UINT32 fontFileReferenceKeySize,
+                                                            IDWriteFontFileLoader* fontFileLoader,
+                                                            IDWriteFontFile** fontFile) final;
+    HRESULT STDMETHODCALLTYPE CreateFontFace(DWRITE_FONT_FACE_TYPE fontFaceType, UINT32 numberOfFiles,
+                                             IDWriteFontFile* const* fontFiles, UINT32 faceIndex,
+                                             DWRITE_FONT_SIMULATIONS fontFaceSimulationFlags,
+                                             IDWriteFontFace** fontFace) final;
+    HRESULT STDMETHODCALLTYPE RegisterFontFileLoader(IDWriteFontFileLoader* fontFileLoader) final;
+    HRESULT STDMETHODCALLTYPE UnregisterFontFileLoader(IDWriteFontFileLoader* fontFileLoader) final;
     HRESULT STDMETHODCALLTYPE CreateTextFormat(const WCHAR* fontFamilyName, IDWriteFontCollection* fontCollection,
                                                DWRITE_FONT_WEIGHT fontWeight, DWRITE_FONT_STYLE fontStyle,
                                                DWRITE_FONT_STRETCH fontStretch, FLOAT fontSize, const WCHAR* localeName,
@@ -31,6 +49,10 @@ protected:
     virtual IDWriteFontCollection& systemCollection() = 0;
 
     ~FactoryOperations() = default;
+
+private:
+    LoaderRegistry<IDWriteFontFileLoader> m_fileLoaders;
+    LoaderRegistry<IDWriteFontCollectionLoader> m_collectionLoaders;
 };
 
 /// The factory that the whole process shares.

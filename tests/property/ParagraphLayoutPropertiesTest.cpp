@@ -16,7 +16,7 @@
 namespace property {
 namespace {
 
-constexpr int paragraphCount = 1000;
+constexpr int paragraphCount = 400;
 constexpr double tabStopWidth = 20.0;
 
 void expectSame(const MbRect& a, const MbRect& b) {

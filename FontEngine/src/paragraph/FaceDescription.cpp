@@ -53,6 +53,31 @@ void takeNames(const oslayer::com_ptr<IDWriteFont>& pFont, SFontFace& face) {
     face.win32Family = exists ? nameOf(pNames) : std::wstring();
 }
 
+void takeFile(const oslayer::com_ptr<IDWriteFontFace>& pFace, SFontFace& face) {
+    face.index = pFace->GetIndex();
+    UINT32 count = 1;
+    oslayer::com_ptr<IDWriteFontFile> pFile;
+    // Faces of several files are of formats that no font has had for long.
+    if (FAILED(pFace->GetFiles(&count, &pFile)) || !pFile) {
+        return;
+    }
+    oslayer::com_ptr<IDWriteFontFileLoader> pLoader;
+    OSLAYER_CHECK(pFile->GetLoader(&pLoader));
+    oslayer::com_ptr<IDWriteLocalFontFileLoader> pLocalLoader;
+    pLocalLoader.queryFrom(pLoader);
+    if (!pLocalLoader) {
+        return;
+    }
+    const void* key = nullptr;
+    UINT32 keySize = 0;
+    OSLAYER_CHECK(pFile->GetReferenceKey(&key, &keySize));
+    UINT32 length = 0;
+    OSLAYER_CHECK(pLocalLoader->GetFilePathLengthFromKey(key, keySize, &length));
+    face.file.resize(length + 1);
+    OSLAYER_CHECK(pLocalLoader->GetFilePathFromKey(key, keySize, face.file.data(), length + 1));
+    face.file.resize(length);
+}
+
 void takeMetrics(const oslayer::com_ptr<IDWriteFontFace>& pFace, SFontFace& face) {
     DWRITE_FONT_METRICS metrics = {};
     pFace->GetMetrics(&metrics);
@@ -74,6 +99,7 @@ SFontFace describeFace(const oslayer::com_ptr<IDWriteFontFace>& pFace) {
     if (const oslayer::com_ptr<IDWriteFont> pFont = fontOf(pFace)) {
         takeNames(pFont, face);
     }
+    takeFile(pFace, face);
     takeMetrics(pFace, face);
     return face;
 }

@@ -6,10 +6,24 @@
 #include <unknwn.h>
 
 #include <atomic>
+#include <cstdint>
 #include <new>
+#include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace platform {
+
+/// A failure that has a status of its own, for example what a host's code answered.
+class StatusError : public std::runtime_error {
+public:
+    StatusError(HRESULT status, const std::string& what) : std::runtime_error(what), m_status(status) {}
+
+    HRESULT status() const noexcept { return m_status; }
+
+private:
+    HRESULT m_status;
+};
 
 /// Runs `body`, which returns an HRESULT, and turns what it throws into one: no
 /// exception may leave an operation of an interface.
@@ -19,6 +33,8 @@ HRESULT guarded(Body&& body) noexcept {
         return std::forward<Body>(body)();
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
+    } catch (const StatusError& error) {
+        return error.status();
     } catch (...) {
         return E_FAIL;
     }
@@ -86,18 +102,58 @@ protected:
     virtual ~CHeapObject() = default;
 };
 
+/// Keeps interned objects that belong together and are not the process's: all of them end with the last reference to
+/// any. It is born with one reference, its maker's.
+class CommonLife {
+public:
+    CommonLife(const CommonLife&) = delete;
+    CommonLife& operator=(const CommonLife&) = delete;
+
+    void addRef() noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
+    void release() noexcept {
+        if (m_count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            delete this;
+        }
+    }
+
+protected:
+    CommonLife() = default;
+    virtual ~CommonLife() = default;
+
+private:
+    std::atomic<std::uint64_t> m_count = 1;
+};
+
 /// An object that exists once and as long as its owner inside the platform does. It
-/// only counts: a reference that is never given back costs nothing.
+/// only counts: where the owner is the process, a reference that is never given back
+/// costs nothing.
 template <typename Interface, typename... Bases>
 class CInternedObject : public CComObject<Interface, Bases...> {
 public:
-    ULONG STDMETHODCALLTYPE AddRef() final { return this->m_count.fetch_add(1, std::memory_order_relaxed) + 1; }
-    ULONG STDMETHODCALLTYPE Release() final { return this->m_count.fetch_sub(1, std::memory_order_relaxed) - 1; }
+    ULONG STDMETHODCALLTYPE AddRef() final {
+        if (m_life != nullptr) {
+            m_life->addRef();
+        }
+        return this->m_count.fetch_add(1, std::memory_order_relaxed) + 1;
+    }
+    ULONG STDMETHODCALLTYPE Release() final {
+        const ULONG left = this->m_count.fetch_sub(1, std::memory_order_relaxed) - 1;
+        if (m_life != nullptr) {
+            m_life->release(); // This object may be gone now.
+        }
+        return left;
+    }
+
+    /// What the object lives with; null if that is the process.
+    CommonLife* life() const noexcept { return m_life; }
 
 protected:
     /// The owner's own reference is the first.
-    CInternedObject() noexcept : CComObject<Interface, Bases...>(1) {}
+    explicit CInternedObject(CommonLife* life = nullptr) noexcept : CComObject<Interface, Bases...>(1), m_life(life) {}
     ~CInternedObject() = default;
+
+private:
+    CommonLife* const m_life;
 };
 
 } // namespace platform

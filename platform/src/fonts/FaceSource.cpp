@@ -13,15 +13,6 @@ namespace {
 constexpr hb_ot_name_id_t wwsFamilyId = 21;
 constexpr hb_ot_name_id_t wwsSubfamilyId = 22;
 
-unsigned faceIndex(int index) {
-    return static_cast<unsigned>(index) & 0xFFFF;
-}
-
-/// The named instance, counted from 1; 0 is the default one.
-unsigned instanceNumber(int index) {
-    return static_cast<unsigned>(index) >> 16;
-}
-
 HbFontPtr makeInstance(hb_face_t* face, int index) {
     HbFontPtr font(hb_font_create(face));
     if (const unsigned instance = instanceNumber(index)) {
@@ -168,8 +159,12 @@ hb_ot_name_id_t nameId(DWRITE_INFORMATIONAL_STRING_ID id) {
 
 } // namespace
 
-FaceSource::FaceSource(std::shared_ptr<FontData> data, int index, FaceDescription description)
-    : m_data(std::move(data)), m_index(index), m_description(std::move(description)) {}
+FaceSource::FaceSource(std::shared_ptr<FontData> data, int index, FaceDescription description, CommonLife* life)
+    : m_data(std::move(data)), m_index(index), m_description(std::move(description)), m_life(life) {}
+
+bool FaceSource::isSameFace(const FaceSource& other) const {
+    return m_index == other.m_index && m_data->isSameFile(*other.m_data);
+}
 
 hb_face_t* FaceSource::hbFace() {
     std::call_once(m_faceOnce, [this] {
@@ -182,6 +177,11 @@ hb_face_t* FaceSource::hbFace() {
 
 HbFontPtr FaceSource::makeFont() {
     return makeInstance(hbFace(), m_index);
+}
+
+HbBlobPtr FaceSource::table(hb_tag_t tag) {
+    hbFace();
+    return m_tables->table(tag);
 }
 
 LocalizedNames FaceSource::readStrings(DWRITE_INFORMATIONAL_STRING_ID id) {
@@ -214,7 +214,7 @@ CLocalizedStrings* FaceSource::strings(DWRITE_INFORMATIONAL_STRING_ID id) {
     if (!slot.known) {
         LocalizedNames names = readStrings(id);
         if (!names.empty()) {
-            slot.strings = std::make_unique<CLocalizedStrings>(std::move(names));
+            slot.strings = std::make_unique<CLocalizedStrings>(std::move(names), m_life);
         }
         slot.known = true;
     }
@@ -230,6 +230,7 @@ std::optional<FaceDescription> FaceSource::describe(const FontFile& file, int in
     const unsigned instance = instanceNumber(index);
     FaceDescription description;
     description.edition = {readRevision(face.get()), hb_face_get_glyph_count(face.get()), fingerprintOf(tables)};
+    description.type = file.kind().face;
     description.names = readStoredNames(face.get());
     const HbFontPtr font = makeInstance(face.get(), index);
     const FaceTraits stored = readTraits(font.get(), description.names);

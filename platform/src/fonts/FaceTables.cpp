@@ -1,5 +1,7 @@
 #include "fonts/FaceTables.h"
 
+#include "com/ComObject.h"
+
 #include <algorithm>
 #include <array>
 
@@ -25,27 +27,12 @@ struct Look {
     const std::vector<TableRecord>& tables;
 };
 
+/// What reading of `file` failed with.
+HRESULT failureOf(const FontFile& file) {
+    return FAILED(file.failure()) ? file.failure() : DWRITE_E_FILEACCESS;
+}
+
 } // namespace
-
-std::unique_ptr<FontFile> FontData::reopen() const {
-    std::unique_ptr<FontFile> file = FontFile::open(m_path);
-    return file != nullptr && file->identity() == m_identity ? std::move(file) : nullptr;
-}
-
-hb_blob_t* FontData::keep(const FontFile& file, const TableRecord& record) {
-    const std::lock_guard lock(m_guard);
-    const auto known = std::find_if(m_kept.begin(), m_kept.end(), [&](const Kept& kept) {
-        return kept.offset == record.offset && kept.length == record.length;
-    });
-    if (known != m_kept.end()) {
-        return known->blob.get();
-    }
-    HbBlobPtr blob = file.read(record.offset, record.length);
-    if (!blob || !file.isUnchanged()) {
-        return nullptr;
-    }
-    return m_kept.emplace_back(Kept{record.offset, record.length, std::move(blob)}).blob.get();
-}
 
 HbFacePtr FaceTables::look(const FontFile& file, const std::vector<TableRecord>& tables) {
     auto look = std::make_unique<Look>(Look{file, tables});
@@ -65,22 +52,26 @@ HbFacePtr FaceTables::look(const FontFile& file, const std::vector<TableRecord>&
 std::shared_ptr<FaceTables> FaceTables::load(std::shared_ptr<FontData> data, unsigned face) {
     auto loaded = std::make_shared<FaceTables>();
     loaded->m_data = std::move(data);
-    const std::unique_ptr<FontFile> file = loaded->m_data->reopen();
-    if (!file) {
-        return loaded;
-    }
-    for (const TableRecord& record : file->tables(face)) {
-        hb_blob_t* const blob = waits(record) ? nullptr : loaded->m_data->keep(*file, record);
-        if (blob == nullptr && !waits(record)) {
-            loaded->m_tables.clear();
-            return loaded;
-        }
-        loaded->m_tables.push_back({record, HbBlobPtr(blob != nullptr ? hb_blob_reference(blob) : nullptr)});
-    }
-    if (!file->isUnchanged()) {
+    loaded->m_failure = loaded->readTables(face);
+    if (FAILED(loaded->failure())) {
         loaded->m_tables.clear();
     }
     return loaded;
+}
+
+HRESULT FaceTables::readTables(unsigned face) {
+    std::shared_ptr<const FontFile> file;
+    if (const HRESULT result = m_data->open(file); FAILED(result)) {
+        return result;
+    }
+    for (const TableRecord& record : file->tables(face)) {
+        hb_blob_t* const blob = waits(record) ? nullptr : m_data->keep(*file, record);
+        if (blob == nullptr && !waits(record)) {
+            return failureOf(*file);
+        }
+        m_tables.push_back({record, HbBlobPtr(blob != nullptr ? hb_blob_reference(blob) : nullptr)});
+    }
+    return FAILED(file->failure()) || !file->isUnchanged() ? failureOf(*file) : S_OK;
 }
 
 HbFacePtr FaceTables::makeFace(const std::shared_ptr<FaceTables>& tables) {
@@ -93,10 +84,24 @@ HbFacePtr FaceTables::makeFace(const std::shared_ptr<FaceTables>& tables) {
         [](void* owned) { delete static_cast<std::shared_ptr<FaceTables>*>(owned); }));
 }
 
-hb_blob_t* FaceTables::reference(hb_tag_t tag) noexcept {
+FaceTables::Table* FaceTables::find(hb_tag_t tag) noexcept {
     const auto found =
         std::find_if(m_tables.begin(), m_tables.end(), [&](const Table& table) { return table.record.tag == tag; });
-    if (found == m_tables.end()) {
+    return found != m_tables.end() ? &*found : nullptr;
+}
+
+HbBlobPtr FaceTables::table(hb_tag_t tag) {
+    const bool exists = find(tag) != nullptr;
+    HbBlobPtr blob(exists ? reference(tag) : nullptr);
+    if (!blob && FAILED(failure()) && (exists || m_tables.empty())) {
+        throw StatusError(failure(), "a font's table cannot be read");
+    }
+    return blob;
+}
+
+hb_blob_t* FaceTables::reference(hb_tag_t tag) noexcept {
+    Table* const found = find(tag);
+    if (found == nullptr) {
         return nullptr;
     }
     if (!waits(found->record)) {
@@ -110,14 +115,18 @@ hb_blob_t* FaceTables::reference(hb_tag_t tag) noexcept {
 }
 
 hb_blob_t* FaceTables::readLate(Table& table) noexcept {
+    HRESULT failure = E_FAIL;
     try {
-        const std::unique_ptr<FontFile> file = m_data->reopen();
+        std::shared_ptr<const FontFile> file;
+        failure = m_data->open(file);
         if (hb_blob_t* const blob = file ? m_data->keep(*file, table.record) : nullptr) {
             return hb_blob_reference(blob);
         }
+        failure = file ? failureOf(*file) : failure;
     } catch (...) {
         // Without memory the table is missing as well.
     }
+    m_failure.store(failure, std::memory_order_release);
     m_isTorn.store(true, std::memory_order_release);
     return nullptr;
 }

@@ -8,12 +8,13 @@ namespace platform {
 
 CFont::CFont(CFontFamily& family, FaceSource& source, const FaceTraits& traits, DWRITE_FONT_SIMULATIONS simulations,
              LocalizedNames faceNames)
-    : m_family(family), m_source(source), m_traits(traits), m_simulations(simulations),
-      m_faceNames(std::move(faceNames)) {}
+    : CInternedObject(family.life()), m_family(family), m_source(source), m_traits(traits), m_simulations(simulations),
+      m_faceNames(std::move(faceNames), family.life()) {}
 
 CFont::CFont(CFontFamily& family, CFont& original)
-    : m_family(family), m_source(original.m_source), m_traits(original.m_traits), m_simulations(original.m_simulations),
-      m_faceNames(original.m_faceNames.names()), m_original(&original) {}
+    : CInternedObject(family.life()), m_family(family), m_source(original.m_source), m_traits(original.m_traits),
+      m_simulations(original.m_simulations), m_faceNames(original.m_faceNames.names(), family.life()),
+      m_original(&original) {}
 
 CFont::~CFont() = default;
 
@@ -25,7 +26,7 @@ CFontFace& CFont::makeFace() {
     }
     const std::lock_guard lock(m_makingFace);
     if (!m_ownedFace) {
-        m_ownedFace = std::make_unique<CFontFace>(*this, m_source, m_simulations);
+        m_ownedFace = std::make_unique<CFontFace>(m_source, m_simulations, life());
         m_face.store(m_ownedFace.get(), std::memory_order_release);
     }
     return *m_ownedFace;
@@ -33,6 +34,10 @@ CFontFace& CFont::makeFace() {
 
 bool CFont::hasFace(const IDWriteFontFace* face) const noexcept {
     return face != nullptr && m_face.load(std::memory_order_acquire) == face;
+}
+
+bool CFont::drawsLike(const CFontFace& face) const {
+    return face.simulations() == m_simulations && face.source().isSameFace(m_source);
 }
 
 HRESULT CFont::GetFontFamily(IDWriteFontFamily** fontFamily) {
@@ -95,7 +100,12 @@ HRESULT CFont::HasCharacter(UINT32 unicodeValue, BOOL* exists) {
 HRESULT CFont::CreateFontFace(IDWriteFontFace** fontFace) {
     *fontFace = nullptr;
     return guarded([&] {
-        handOut(face(), fontFace);
+        CFontFace& made = face();
+        // A host is told what its own code answered. A file on disk that has gone is a face without glyphs.
+        if (m_source.path().empty() && FAILED(m_source.failure()) && made.glyphCount() == 0) {
+            return m_source.failure();
+        }
+        handOut(made, fontFace);
         return S_OK;
     });
 }

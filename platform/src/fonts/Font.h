@@ -34,6 +34,8 @@ public:
     }
     /// Whether `face` is this font's; does not make one.
     bool hasFace(const IDWriteFontFace* face) const noexcept;
+    /// Whether `face`, which may be of another collection or of none, is of the same file, index and simulations.
+    bool drawsLike(const CFontFace& face) const;
     CFontFamily& family() const noexcept { return m_family; }
     /// The member of the collection that this font shares its face with; itself if it is one.
     CFont& original() noexcept { return m_original != nullptr ? *m_original : *this; }

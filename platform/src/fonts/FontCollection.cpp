@@ -5,6 +5,7 @@
 #include "fonts/FamilySubstitutes.h"
 #include "fonts/FontFace.h"
 #include "fonts/FontSet.h"
+#include "fonts/LocalFontData.h"
 
 #include <algorithm>
 #include <mutex>
@@ -38,13 +39,13 @@ std::string fileKey(std::string_view file, int index) {
 std::vector<std::unique_ptr<FaceSource>> readSources(const FontSet& set) {
     std::vector<std::unique_ptr<FaceSource>> sources;
     std::string path;
-    std::unique_ptr<FontFile> file;
+    std::unique_ptr<LocalFontFile> file;
     std::shared_ptr<FontData> data;
     for (const FontSetEntry& entry : set.entries) {
         if (path != entry.file) {
             path = entry.file;
-            file = FontFile::open(path);
-            data = file ? std::make_shared<FontData>(path, file->identity()) : nullptr;
+            file = LocalFontFile::open(path);
+            data = file ? std::make_shared<LocalFontData>(path, file->identity()) : nullptr;
         }
         if (!file) {
             continue;
@@ -82,8 +83,10 @@ CFontCollection& CFontCollection::of(IDWriteFontCollection* collection) {
     return own != nullptr ? *own : system();
 }
 
-CFontCollection::CFontCollection(const FontSet& set)
-    : m_sources(readSources(set)), m_substitutes(std::make_unique<FamilySubstitutes>(*this)) {
+CFontCollection::CFontCollection(const FontSet& set) : CFontCollection(readSources(set), nullptr) {}
+
+CFontCollection::CFontCollection(std::vector<std::unique_ptr<FaceSource>> sources, CommonLife* life)
+    : CInternedObject(life), m_sources(std::move(sources)), m_substitutes(std::make_unique<FamilySubstitutes>(*this)) {
     for (FamilyDraft& draft : groupFamilies(m_sources)) {
         const std::size_t index = m_families.size();
         m_familyByFoldedName[draft.foldedName] = index;
@@ -95,7 +98,7 @@ CFontCollection::CFontCollection(const FontSet& set)
             for (const LocalizedName& name : font->source().wws().family) {
                 m_familyByFoldedName.emplace(foldCase(name.text), index);
             }
-            if (font->simulations() == DWRITE_FONT_SIMULATIONS_NONE) {
+            if (font->simulations() == DWRITE_FONT_SIMULATIONS_NONE && !font->source().path().empty()) {
                 m_fontByFile.emplace(fileKey(font->source().path(), font->source().index()), font.get());
             }
         }
@@ -159,17 +162,31 @@ HRESULT CFontCollection::FindFamilyName(const WCHAR* familyName, UINT32* index, 
     });
 }
 
-HRESULT CFontCollection::GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) {
-    *font = nullptr;
+template <typename Matches>
+CFont* CFontCollection::findFont(Matches matches) const {
     for (const std::unique_ptr<CFontFamily>& family : m_families) {
         for (const std::unique_ptr<CFont>& candidate : family->fonts()) {
-            if (candidate->hasFace(fontFace)) {
-                handOut(*candidate, font);
-                return S_OK;
+            if (matches(*candidate)) {
+                return candidate.get();
             }
         }
     }
-    return DWRITE_E_NOFONT;
+    return nullptr;
+}
+
+HRESULT CFontCollection::GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) {
+    *font = nullptr;
+    return guarded([&] {
+        CFont* found = findFont([fontFace](const CFont& candidate) { return candidate.hasFace(fontFace); });
+        if (const Reference<CFontFace> face = found == nullptr ? CFontFace::ownFace(fontFace) : nullptr) {
+            found = findFont([&face](const CFont& candidate) { return candidate.drawsLike(*face); });
+        }
+        if (found == nullptr) {
+            return DWRITE_E_NOFONT;
+        }
+        handOut(*found, font);
+        return S_OK;
+    });
 }
 
 } // namespace platform

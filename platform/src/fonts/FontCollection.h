@@ -22,7 +22,7 @@ struct FontSet;
 /// Asked of a collection, gives the CFontCollection behind it, counted; only ours know it.
 inline constexpr GUID ownFontCollectionId = detail::guid("0b8c2a9e-6f3d-4c57-8a1b-92d7e4f06c35");
 
-/// All families, ordered by name. Interned; immutable once built.
+/// All families, ordered by name. Interned; immutable once built. The system's lives with the process.
 class CFontCollection final : public CInternedObject<IDWriteFontCollection> {
 public:
     /// The fonts of the system, read at the first call. Empty when there are none.
@@ -30,14 +30,16 @@ public:
     /// Makes a change to what fonts the process has, unless they have been read: then nothing, and false. Also false
     /// where the change says so.
     static bool beforeReading(const std::function<bool()>& change);
-    /// Whether text can be set in the fonts of a collection: null and ours, but none that a caller made, since no
-    /// interface hands out the bytes of its fonts.
+    /// Whether text can be set in the fonts of a collection: null and ours, those of a host's files among them, but
+    /// none that is a caller's own object, since no interface hands out the bytes of its fonts.
     static bool isUsable(IDWriteFontCollection* collection);
     /// The collection behind an interface pointer that is usable: the system's for null.
     static CFontCollection& of(IDWriteFontCollection* collection);
 
     /// Families and fonts of `set`.
     explicit CFontCollection(const FontSet& set);
+    /// Families and fonts of `sources`, all of which live with `life`.
+    CFontCollection(std::vector<std::unique_ptr<FaceSource>> sources, CommonLife* life);
     ~CFontCollection();
 
     const std::vector<std::unique_ptr<CFontFamily>>& families() const noexcept { return m_families; }
@@ -58,6 +60,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetFontFromFontFace(IDWriteFontFace* fontFace, IDWriteFont** font) override;
 
 private:
+    template <typename Matches>
+    CFont* findFont(Matches matches) const;
     /// The index of a family, or `noFamily`.
     std::size_t indexOf(std::wstring_view name) const;
 

@@ -1,13 +1,11 @@
 #include "fonts/FontFace.h"
 
 #include "fonts/FaceSource.h"
-#include "fonts/Font.h"
 #include "fonts/FontMetrics.h"
 #include "fonts/GlyphOutline.h"
 
 #include <cmath>
 #include <memory>
-#include <stdexcept>
 
 namespace platform {
 
@@ -67,8 +65,9 @@ HbFontPtr makeDrawingFont(FaceSource& source, DWRITE_FONT_SIMULATIONS simulation
 
 } // namespace
 
-CFontFace::CFontFace(CFont& font, FaceSource& source, DWRITE_FONT_SIMULATIONS simulations)
-    : m_font(font), m_id(nextId()), m_simulations(simulations), m_drawingFont(makeDrawingFont(source, simulations)),
+CFontFace::CFontFace(FaceSource& source, DWRITE_FONT_SIMULATIONS simulations, CommonLife* life)
+    : CInternedObject(life), m_source(source), m_id(nextId()), m_simulations(simulations),
+      m_drawingFont(makeDrawingFont(source, simulations)),
       m_glyphCount(hb_face_get_glyph_count(hb_font_get_face(m_drawingFont.get()))),
       m_metrics(readFontMetrics(m_drawingFont.get())), m_boldStrength(boldStrength(m_metrics.designUnitsPerEm)),
       m_hasPictures(hasPictures(hb_font_get_face(m_drawingFont.get()))),
@@ -125,8 +124,10 @@ void CFontFace::outline(std::uint16_t glyph, OutlineSink& sink) const {
     } else if (!isFramed) {
         playOutline(m_drawingFont.get(), glyph, sink);
     }
-    if (m_font.source().isTorn()) {
-        throw std::runtime_error("the font file changed while it was in use: " + m_font.source().path());
+    if (m_source.isTorn()) {
+        const bool isHosts = m_source.path().empty();
+        throw StatusError(isHosts ? m_source.failure() : E_FAIL,
+                          "the font file changed while it was in use: " + m_source.path());
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/ComObject.h"
+#include "com/Reference.h"
 #include "fonts/GlyphBounds.h"
 #include "fonts/GlyphBoundsCache.h"
 #include "fonts/HarfBuzz.h"
@@ -14,20 +15,22 @@
 
 namespace platform {
 
-class CFont;
 class FaceSource;
 
-/// The glyphs of one font, simulations included. Interned, and safe for any number of
+/// The glyphs of one face of a file, simulations included. Interned, and safe for any number of
 /// threads: what is computed late is published atomically and never changes again.
 ///
 /// All measures are design units, y up; one em has unitsPerEm() of them.
 class CFontFace final : public CInternedObject<IDWriteFontFace> {
 public:
-    CFontFace(CFont& font, FaceSource& source, DWRITE_FONT_SIMULATIONS simulations);
+    /// `source` outlives the face; `life` is what the face lives with, null for the process.
+    CFontFace(FaceSource& source, DWRITE_FONT_SIMULATIONS simulations, CommonLife* life = nullptr);
     ~CFontFace();
 
-    /// The font this face belongs to.
-    CFont& font() const noexcept { return m_font; }
+    /// The face of ours behind an interface pointer; null for another's and for null.
+    static Reference<CFontFace> ownFace(IDWriteFontFace* face);
+
+    const FaceSource& source() const noexcept { return m_source; }
     /// A number of its own, dense from 0 in order of creation: an index for caches.
     std::uint32_t id() const noexcept { return m_id; }
     DWRITE_FONT_SIMULATIONS simulations() const noexcept { return m_simulations; }
@@ -63,13 +66,22 @@ public:
     void outline(std::uint16_t glyph, OutlineSink& sink) const;
 
     // IDWriteFontFace
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
+    using IUnknown::QueryInterface;
+    DWRITE_FONT_FACE_TYPE STDMETHODCALLTYPE GetType() override;
+    HRESULT STDMETHODCALLTYPE GetFiles(UINT32* numberOfFiles, IDWriteFontFile** fontFiles) override;
+    UINT32 STDMETHODCALLTYPE GetIndex() override;
     DWRITE_FONT_SIMULATIONS STDMETHODCALLTYPE GetSimulations() override;
+    BOOL STDMETHODCALLTYPE IsSymbolFont() override;
     void STDMETHODCALLTYPE GetMetrics(DWRITE_FONT_METRICS* fontFaceMetrics) override;
     UINT16 STDMETHODCALLTYPE GetGlyphCount() override;
     HRESULT STDMETHODCALLTYPE GetDesignGlyphMetrics(const UINT16* glyphIndices, UINT32 glyphCount,
                                                     DWRITE_GLYPH_METRICS* glyphMetrics, BOOL isSideways) override;
     HRESULT STDMETHODCALLTYPE GetGlyphIndices(const UINT32* codePoints, UINT32 codePointCount,
                                               UINT16* glyphIndices) override;
+    HRESULT STDMETHODCALLTYPE TryGetFontTable(UINT32 openTypeTableTag, const void** tableData, UINT32* tableSize,
+                                              void** tableContext, BOOL* exists) override;
+    void STDMETHODCALLTYPE ReleaseFontTable(void* tableContext) override;
     HRESULT STDMETHODCALLTYPE GetGlyphRunOutline(FLOAT emSize, const UINT16* glyphIndices, const FLOAT* glyphAdvances,
                                                  const DWRITE_GLYPH_OFFSET* glyphOffsets, UINT32 glyphCount,
                                                  BOOL isSideways, BOOL isRightToLeft,
@@ -82,7 +94,7 @@ private:
     const GlyphPage& fillGlyphPage(char32_t page) const;
     DWRITE_GLYPH_METRICS designGlyphMetrics(std::uint16_t glyph) const;
 
-    CFont& m_font;
+    FaceSource& m_source;
     const std::uint32_t m_id;
     const DWRITE_FONT_SIMULATIONS m_simulations;
     // What outlines are drawn from; the shaping font adds what bold does to advances.

@@ -1,5 +1,6 @@
 #include "fonts/FontFamily.h"
 
+#include "com/Reference.h"
 #include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
 #include "fonts/FontMatching.h"
@@ -15,10 +16,10 @@ namespace {
 class CFontList final : public CHeapObject<IDWriteFontList> {
 public:
     CFontList(CFontCollection& collection, std::vector<CFont*> fonts)
-        : m_collection(collection), m_fonts(std::move(fonts)) {}
+        : m_collection(&collection), m_fonts(std::move(fonts)) {}
 
     HRESULT STDMETHODCALLTYPE GetFontCollection(IDWriteFontCollection** fontCollection) override {
-        handOut(m_collection, fontCollection);
+        handOut(*m_collection, fontCollection);
         return S_OK;
     }
     UINT32 STDMETHODCALLTYPE GetFontCount() override { return static_cast<UINT32>(m_fonts.size()); }
@@ -32,7 +33,7 @@ public:
     }
 
 private:
-    CFontCollection& m_collection;
+    const Reference<CFontCollection> m_collection;
     const std::vector<CFont*> m_fonts;
 };
 
@@ -45,7 +46,7 @@ std::uint64_t questionOf(const FaceTraits& request) {
 } // namespace
 
 CFontFamily::CFontFamily(CFontCollection& collection, LocalizedNames names)
-    : m_collection(collection), m_names(std::move(names)) {}
+    : CInternedObject(collection.life()), m_collection(collection), m_names(std::move(names), collection.life()) {}
 
 CFontFamily::~CFontFamily() = default;
 

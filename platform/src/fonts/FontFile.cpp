@@ -2,16 +2,11 @@
 
 #include <boost/endian/conversion.hpp>
 
-#include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdlib>
-#include <optional>
 #include <utility>
 
 namespace platform {
@@ -23,13 +18,8 @@ constexpr std::size_t collectionHeaderSize = 12;
 constexpr std::size_t directoryHeaderSize = 12;
 constexpr std::size_t recordSize = 16;
 
-std::optional<FileIdentity> identityOf(int descriptor) {
-    struct stat status {};
-    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
-    return FileIdentity{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
+constexpr std::uint32_t collectionTag = HB_TAG('t', 't', 'c', 'f');
+constexpr std::uint32_t cffTag = HB_TAG('O', 'T', 'T', 'O');
 
 std::uint32_t u32(const char* at) {
     return boost::endian::load_big_u32(reinterpret_cast<const unsigned char*>(at));
@@ -55,66 +45,34 @@ char* allocate(std::size_t size) {
 }
 
 bool isFont(std::uint32_t version) {
-    return version == 0x00010000 || version == HB_TAG('O', 'T', 'T', 'O') || version == HB_TAG('t', 'r', 'u', 'e') ||
+    return version == 0x00010000 || version == cffTag || version == HB_TAG('t', 'r', 'u', 'e') ||
            version == HB_TAG('t', 'y', 'p', '1');
 }
 
 } // namespace
 
-std::unique_ptr<FontFile> FontFile::open(const std::string& path) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (descriptor < 0) {
-        return nullptr;
-    }
-    const std::optional<FileIdentity> identity = identityOf(descriptor);
-    if (!identity) {
-        ::close(descriptor);
-        return nullptr;
-    }
-    return std::unique_ptr<FontFile>(new FontFile(descriptor, *identity));
-}
-
-FontFile::FontFile(int descriptor, const FileIdentity& identity) : m_descriptor(descriptor), m_identity(identity) {
-    std::vector<char> start(std::min(startSize, static_cast<std::size_t>(identity.size)));
-    if (copy(0, start.size(), start.data())) {
+void FontFile::readStart() {
+    std::vector<char> start(static_cast<std::size_t>(std::min<std::uint64_t>(startSize, m_size)));
+    if (!start.empty() && copyBytes(0, start.size(), start.data())) {
         m_start = std::move(start);
     }
 }
 
-FontFile::~FontFile() {
-    ::close(m_descriptor);
-}
-
-bool FontFile::isUnchanged() const {
-    return identityOf(m_descriptor) == m_identity;
-}
-
 bool FontFile::copy(std::uint64_t offset, std::size_t length, char* to) const noexcept {
+    if (offset > m_size || length > m_size - offset) {
+        return false;
+    }
     if (offset + length <= m_start.size()) {
         std::copy_n(m_start.data() + offset, length, to); // Of an empty file neither has an address.
         return true;
     }
-    while (length > 0) {
-        const ssize_t count = pread(m_descriptor, to, length, static_cast<off_t>(offset));
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return false;
-        }
-        const auto done = static_cast<std::size_t>(count);
-        to += done;
-        length -= done;
-        offset += done;
-    }
-    return true;
+    return length == 0 || copyBytes(offset, length, to);
 }
 
 HbBlobPtr FontFile::read(std::uint64_t offset, std::uint64_t length) const noexcept {
-    const auto size = static_cast<std::uint64_t>(m_identity.size);
-    const auto count = static_cast<std::size_t>(offset < size ? std::min(length, size - offset) : 0);
+    const auto count = static_cast<std::size_t>(offset < m_size ? std::min(length, m_size - offset) : 0);
     char* const bytes = allocate(count);
-    if (bytes == nullptr || !copy(offset, count, bytes)) {
+    if (bytes == nullptr || !copy(std::min(offset, m_size), count, bytes)) {
         std::free(bytes);
         return nullptr;
     }
@@ -127,23 +85,26 @@ HbBlobPtr FontFile::read(std::uint64_t offset, std::uint64_t length) const noexc
     return blob;
 }
 
-std::vector<TableRecord> FontFile::tables(unsigned face) const {
+std::uint64_t FontFile::directoryOf(unsigned face) const {
     std::array<char, collectionHeaderSize> header{};
-    std::uint64_t start = 0;
     if (!copy(0, header.size(), header.data())) {
-        return {};
+        return m_size;
     }
-    if (u32(header.data()) == HB_TAG('t', 't', 'c', 'f')) {
-        std::array<char, 4> offset{};
-        if (face >= u32(header.data() + 8) ||
-            !copy(collectionHeaderSize + std::uint64_t{4} * face, offset.size(), offset.data())) {
-            return {};
-        }
-        start = u32(offset.data());
-    } else if (face != 0) {
-        return {};
+    if (u32(header.data()) != collectionTag) {
+        return face == 0 ? 0 : m_size;
     }
-    if (!copy(start, directoryHeaderSize, header.data()) || !isFont(u32(header.data()))) {
+    std::array<char, 4> offset{};
+    if (face >= u32(header.data() + 8) ||
+        !copy(collectionHeaderSize + std::uint64_t{4} * face, offset.size(), offset.data())) {
+        return m_size;
+    }
+    return u32(offset.data());
+}
+
+std::vector<TableRecord> FontFile::tables(unsigned face) const {
+    const std::uint64_t start = directoryOf(face);
+    std::array<char, directoryHeaderSize> header{};
+    if (!copy(start, header.size(), header.data()) || !isFont(u32(header.data()))) {
         return {};
     }
     std::vector<char> bytes(u16(header.data() + 4) * recordSize);
@@ -156,6 +117,27 @@ std::vector<TableRecord> FontFile::tables(unsigned face) const {
         records.push_back({u32(record), u32(record + 4), u32(record + 8), u32(record + 12)});
     }
     return records;
+}
+
+FileKind FontFile::kind() const {
+    std::array<char, collectionHeaderSize> header{};
+    if (!copy(0, header.size(), header.data())) {
+        return {};
+    }
+    const std::uint32_t version = u32(header.data());
+    if (version == collectionTag) {
+        // Each face has an offset there, whatever number the file states.
+        const std::uint64_t room = (m_size - collectionHeaderSize) / 4;
+        const auto count = static_cast<std::uint32_t>(std::min<std::uint64_t>(u32(header.data() + 8), room));
+        return count == 0 ? FileKind()
+                          : FileKind{DWRITE_FONT_FILE_TYPE_OPENTYPE_COLLECTION,
+                                     DWRITE_FONT_FACE_TYPE_OPENTYPE_COLLECTION, count};
+    }
+    if (!isFont(version)) {
+        return {};
+    }
+    return version == cffTag ? FileKind{DWRITE_FONT_FILE_TYPE_CFF, DWRITE_FONT_FACE_TYPE_CFF, 1}
+                             : FileKind{DWRITE_FONT_FILE_TYPE_TRUETYPE, DWRITE_FONT_FACE_TYPE_TRUETYPE, 1};
 }
 
 } // namespace platform

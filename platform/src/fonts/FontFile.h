@@ -2,26 +2,13 @@
 
 #include "fonts/HarfBuzz.h"
 
-#include <sys/types.h>
+#include <dwrite_file.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <ctime>
-#include <memory>
-#include <string>
 #include <vector>
 
 namespace platform {
-
-/// What tells whether a file is still the one that was looked at before.
-struct FileIdentity {
-    dev_t device = 0;
-    ino_t number = 0;
-    off_t size = -1;
-    std::time_t seconds = 0;
-    long nanoseconds = 0;
-
-    bool operator==(const FileIdentity&) const = default;
-};
 
 /// Where a font file has a table, and its checksum there.
 struct TableRecord {
@@ -31,33 +18,47 @@ struct TableRecord {
     std::uint32_t length;
 };
 
+/// What a file says at its start that it is.
+struct FileKind {
+    DWRITE_FONT_FILE_TYPE file = DWRITE_FONT_FILE_TYPE_UNKNOWN;
+    DWRITE_FONT_FACE_TYPE face = DWRITE_FONT_FACE_TYPE_UNKNOWN;
+    /// 0 for what is no OpenType font.
+    std::uint32_t faceCount = 0;
+};
+
 /// An open font file. Bytes are read, never mapped: a mapped file that somebody cuts faults whoever looks at it.
 class FontFile {
 public:
-    /// Null for what cannot be read or is no regular file: a pipe would wait for its writer.
-    static std::unique_ptr<FontFile> open(const std::string& path);
-
     FontFile(const FontFile&) = delete;
     FontFile& operator=(const FontFile&) = delete;
-    ~FontFile();
+    virtual ~FontFile() = default;
 
-    const FileIdentity& identity() const noexcept { return m_identity; }
+    std::uint64_t size() const noexcept { return m_size; }
     /// Whether the file is still as it was when it was opened.
-    bool isUnchanged() const;
+    virtual bool isUnchanged() const = 0;
+    /// What reading failed with first; S_OK if it never did, or where the reason does not matter.
+    virtual HRESULT failure() const noexcept { return S_OK; }
 
     /// The bytes from `offset` on, as many as there are up to `length`; null if they cannot be read. Throws nothing.
     HbBlobPtr read(std::uint64_t offset, std::uint64_t length) const noexcept;
     /// The tables of a face; none for a face that is not there and for a file that is no OpenType font.
     std::vector<TableRecord> tables(unsigned face) const;
+    FileKind kind() const;
+
+protected:
+    explicit FontFile(std::uint64_t size) noexcept : m_size(size) {}
+
+    /// Reads the file's first bytes, which hold its directory and often small tables. For the makers of files.
+    void readStart();
+    /// Copies bytes that lie within the file, one at least.
+    virtual bool copyBytes(std::uint64_t offset, std::size_t length, char* to) const noexcept = 0;
 
 private:
-    FontFile(int descriptor, const FileIdentity& identity);
-
     bool copy(std::uint64_t offset, std::size_t length, char* to) const noexcept;
+    /// Where a face's directory starts; `size()` for a face that is not there.
+    std::uint64_t directoryOf(unsigned face) const;
 
-    int m_descriptor;
-    FileIdentity m_identity;
-    /// The file's first bytes, which hold its directory and often small tables.
+    const std::uint64_t m_size;
     std::vector<char> m_start;
 };
 

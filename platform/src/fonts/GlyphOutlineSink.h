@@ -21,9 +21,9 @@ struct IGlyphOutlineSink : IUnknown {
     virtual void STDMETHODCALLTYPE reserveGlyphs(std::size_t count) noexcept = 0;
 
     /// Adds one upright glyph whose origin lies at (x, y), in the sink's units, y axis down. `scale` is em /
-    /// unitsPerEm. A glyph without outline adds nothing. The face must outlive the sink, as interned faces do. A
-    /// failure (an open figure, a closed sink, no memory) is remembered and reported by Close, as for all other
-    /// additions.
+    /// unitsPerEm. A glyph without outline adds nothing. The face must outlive the sink, as those do that live with the
+    /// process. A failure (an open figure, a closed sink, no memory) is remembered and reported by Close, as for all
+    /// other additions.
     virtual void STDMETHODCALLTYPE addGlyph(CFontFace& face, UINT16 glyph, float scale, float x, float y) noexcept = 0;
 };
 

@@ -118,10 +118,12 @@ void playGlyphs(const CFontFace& face, const Run& run, ID2D1SimplifiedGeometrySi
     });
 }
 
-/// Our own geometry takes upright glyphs whole, because it can bound them without curves.
+/// Our own geometry takes upright glyphs whole, because it can bound them without curves. It may outlive a face that
+/// does not stay as long as the process.
 bool handOverGlyphs(CFontFace& face, const Run& run, ID2D1SimplifiedGeometrySink& sink) {
     void* found = nullptr;
-    if (run.isSideways || !(run.scale > 0) || FAILED(sink.QueryInterface(__uuidof(IGlyphOutlineSink), &found))) {
+    if (face.life() != nullptr || run.isSideways || !(run.scale > 0) ||
+        FAILED(sink.QueryInterface(__uuidof(IGlyphOutlineSink), &found))) {
         return false;
     }
     auto* const lane = static_cast<IGlyphOutlineSink*>(found);

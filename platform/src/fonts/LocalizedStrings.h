@@ -22,7 +22,8 @@ using LocalizedNames = std::vector<LocalizedName>;
 /// Interned and immutable.
 class CLocalizedStrings final : public CInternedObject<IDWriteLocalizedStrings> {
 public:
-    explicit CLocalizedStrings(LocalizedNames names) : m_names(std::move(names)) {}
+    explicit CLocalizedStrings(LocalizedNames names, CommonLife* life = nullptr)
+        : CInternedObject(life), m_names(std::move(names)) {}
 
     const LocalizedNames& names() const noexcept { return m_names; }
 

@@ -25,6 +25,27 @@ private:
 
 } // namespace
 
+bool hasHead(hb_face_t* face) {
+    const TableBytes bytes(face, HB_TAG('h', 'e', 'a', 'd'));
+    return bytes.size() >= 54 && bytes.u16(12) == 0x5F0F && bytes.u16(14) == 0x3CF5;
+}
+
+bool hasSymbolEncoding(hb_face_t* face) {
+    const TableBytes bytes(face, HB_TAG('c', 'm', 'a', 'p'));
+    constexpr unsigned headerSize = 4;
+    constexpr unsigned recordSize = 8;
+    const unsigned count = bytes.size() >= headerSize ? bytes.u16(2) : 0;
+    for (unsigned at = headerSize; at < headerSize + count * recordSize && at + recordSize <= bytes.size();
+         at += recordSize) {
+        constexpr std::uint16_t windows = 3;
+        constexpr std::uint16_t symbol = 0;
+        if (bytes.u16(at) == windows && bytes.u16(at + 2) == symbol) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::uint32_t readRevision(hb_face_t* face) {
     const TableBytes bytes(face, HB_TAG('h', 'e', 'a', 'd'));
     return bytes.size() < 54 ? 0 : static_cast<std::uint32_t>(bytes.u16(4)) << 16 | bytes.u16(6);

@@ -41,6 +41,12 @@ struct PostTable {
     std::int16_t underlineThickness;
 };
 
+/// Whether there is a table head, with the number that marks it.
+bool hasHead(hb_face_t* face);
+
+/// Whether the table cmap has the encoding that fonts of symbols have on Windows.
+bool hasSymbolEncoding(hb_face_t* face);
+
 /// The font's revision as the table head states it; 0 without one.
 std::uint32_t readRevision(hb_face_t* face);
 

@@ -1,6 +1,7 @@
 list(APPEND PLATFORM_SOURCES
     src/fonts/CaseFolding.cpp
     src/fonts/EmboldenedOutline.cpp
+    src/fonts/FaceFile.cpp
     src/fonts/FaceNames.cpp
     src/fonts/FaceSource.cpp
     src/fonts/FaceTables.cpp
@@ -8,9 +9,11 @@ list(APPEND PLATFORM_SOURCES
     src/fonts/FamilySubstitutes.cpp
     src/fonts/Font.cpp
     src/fonts/FontCollection.cpp
+    src/fonts/FontData.cpp
     src/fonts/FontFace.cpp
     src/fonts/FontFamily.cpp
     src/fonts/FontFile.cpp
+    src/fonts/FontFileReference.cpp
     src/fonts/FontFolder.cpp
     src/fonts/FontMatching.cpp
     src/fonts/FontMetrics.cpp
@@ -18,6 +21,12 @@ list(APPEND PLATFORM_SOURCES
     src/fonts/GlyphBoundsCache.cpp
     src/fonts/GlyphOutline.cpp
     src/fonts/GlyphRunOutline.cpp
+    src/fonts/HostFontData.cpp
+    src/fonts/HostFonts.cpp
+    src/fonts/LocalFontData.cpp
+    src/fonts/LocalFontFile.cpp
+    src/fonts/LocalFontFileLoader.cpp
+    src/fonts/LocalPath.cpp
     src/fonts/LocalizedStrings.cpp
     src/fonts/NameTable.cpp
     src/fonts/PictureOutline.cpp

@@ -38,7 +38,8 @@ HRESULT TextPipeline::shape() {
         m_results->emptySize = style.size;
         return m_results->emptyFace == nullptr ? DWRITE_E_NOFONT : S_OK;
     }
-    if (!itemize(m_input.text, m_input.styles, m_input.format.paragraph, laidOut.unbroken.items)) {
+    if (!itemize(m_input.text, m_input.styles, m_input.format.paragraph, laidOut.unbroken.items,
+                 m_results->hostFaces)) {
         return DWRITE_E_NOFONT;
     }
     buildClusters(m_input.text.units(), m_input.styles, laidOut.unbroken);

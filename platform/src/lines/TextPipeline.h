@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+#include "com/Reference.h"
 #include "format/Stage.h"
 #include "lines/LaidOutText.h"
 
@@ -51,6 +53,8 @@ private:
         explicit Results(const LayoutInput& input) noexcept : laidOut(input) {}
 
         LaidOutText laidOut;
+        /// Faces of a host's own files that its fallback named.
+        std::vector<Reference<IDWriteFontFace>> hostFaces;
         /// Of a line without text: the empty text's, or that after a newline at the end.
         CFontFace* emptyFace = nullptr;
         float emptySize = 0.0F;

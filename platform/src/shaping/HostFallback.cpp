@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include "fonts/FontCollection.h"
 #include "fonts/FontFace.h"
 
 namespace platform {
 
-CFontFace* HostFallback::installedFace(IDWriteFont& font) {
+CFontFace* HostFallback::knownFace(IDWriteFont& font) {
     if (m_lastFont.get() == &font) {
         return m_lastFace;
     }
@@ -16,10 +15,11 @@ CFontFace* HostFallback::installedFace(IDWriteFont& font) {
     IDWriteFontFace* made = nullptr;
     if (SUCCEEDED(font.CreateFontFace(&made)) && made != nullptr) {
         const Reference<IDWriteFontFace> face(made, false);
-        IDWriteFont* found = nullptr;
-        if (SUCCEEDED(CFontCollection::system().GetFontFromFontFace(made, &found))) {
-            found->Release();
-            m_lastFace = static_cast<CFontFace*>(made);
+        m_lastFace = CFontFace::ownFace(made).get();
+        // The system's faces stay anyway.
+        if (m_lastFace != nullptr && m_lastFace->life() != nullptr &&
+            std::find(m_held.begin(), m_held.end(), face) == m_held.end()) {
+            m_held.push_back(face);
         }
     }
     return m_lastFace;
@@ -36,7 +36,7 @@ HostFallback::Answer HostFallback::ask(UINT32 position, UINT32 length, const Run
     const Reference<IDWriteFont> font(SUCCEEDED(result) ? named : nullptr, false);
     answer.length = FAILED(result) ? length : std::clamp(mapped, 1U, length);
     if (font) {
-        answer.face = installedFace(*font);
+        answer.face = knownFace(*font);
         answer.scale = scale;
     }
     return answer;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <dwrite_2.h>
 
 #include "format/RangeProperties.h"
@@ -13,14 +15,15 @@ class CFontFace;
 /// references: it lives as long as the layout's fonts are being chosen.
 class HostFallback final : public IDWriteTextAnalysisSource {
 public:
+    /// `held` gets what keeps faces of a host's own files alive.
     HostFallback(IDWriteFontFallback& fallback, const TextBuffer& text, const RangeProperties& properties,
-                 DWRITE_READING_DIRECTION reading)
-        : m_fallback(fallback), m_text(text), m_properties(properties), m_reading(reading) {}
+                 DWRITE_READING_DIRECTION reading, std::vector<Reference<IDWriteFontFace>>& held)
+        : m_fallback(fallback), m_text(text), m_properties(properties), m_reading(reading), m_held(held) {}
 
     /// What the host draws the start of a stretch with.
     struct Answer {
         UINT32 length = 0;
-        /// Interned. Null where the host knows no font, or names one that is not installed.
+        /// Interned. Null where the host knows no font, or names one that is not the platform's.
         CFontFace* face = nullptr;
         float scale = 1.0F;
     };
@@ -38,12 +41,13 @@ public:
                                                     IDWriteNumberSubstitution** substitution) override;
 
 private:
-    CFontFace* installedFace(IDWriteFont& font);
+    CFontFace* knownFace(IDWriteFont& font);
 
     IDWriteFontFallback& m_fallback;
     const TextBuffer& m_text;
     const RangeProperties& m_properties;
     const DWRITE_READING_DIRECTION m_reading;
+    std::vector<Reference<IDWriteFontFace>>& m_held;
     /// The font asked about last: hosts name few.
     Reference<IDWriteFont> m_lastFont;
     CFontFace* m_lastFace = nullptr;

@@ -74,12 +74,12 @@ ItemKind kindOf(char16_t unit) noexcept {
 class Itemizer {
 public:
     Itemizer(const TextBuffer& text, const RangeProperties& properties, const ParagraphSettings& settings,
-             std::vector<TextItem>& items)
+             std::vector<TextItem>& items, std::vector<Reference<IDWriteFontFace>>& heldFaces)
         : m_text(text.units()), m_graphemes(text.units()), m_properties(properties),
           m_base(paragraphLevel(settings.rightToLeft())), m_items(items) {
         if (IDWriteFontFallback* fallback = settings.fontFallback.get();
             fallback != nullptr && fallback != &CFontFallback::system()) {
-            m_host.emplace(*fallback, text, properties, settings.readingDirection);
+            m_host.emplace(*fallback, text, properties, settings.readingDirection, heldFaces);
         }
         const bool rightToLeft = settings.rightToLeft();
         std::u16string_view analysed = m_text;
@@ -256,9 +256,10 @@ CFontFace* baseFace(const RunStyle& style) {
 }
 
 bool itemize(const TextBuffer& text, const RangeProperties& properties, const ParagraphSettings& settings,
-             std::vector<TextItem>& items) {
+             std::vector<TextItem>& items, std::vector<Reference<IDWriteFontFace>>& heldFaces) {
     items.clear();
-    if (Itemizer(text, properties, settings, items).run()) {
+    heldFaces.clear();
+    if (Itemizer(text, properties, settings, items, heldFaces).run()) {
         // Half of what a long list has room for may be empty.
         if (items.size() > 100) {
             items.shrink_to_fit();

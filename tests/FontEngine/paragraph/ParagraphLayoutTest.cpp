@@ -234,6 +234,8 @@ TEST_F(ParagraphLayout, TellsTheFace) {
     EXPECT_EQ(L"Liberation Sans", face.family);
     EXPECT_EQ(L"Liberation Sans", face.win32Family);
     EXPECT_EQ(L"Regular", face.face);
+    EXPECT_EQ(L"LiberationSans-Regular.ttf", face.file.substr(face.file.find_last_of(L"/\\") + 1));
+    EXPECT_EQ(0U, face.index);
     EXPECT_NEAR(1409.0 / 2048.0, face.capHeight, 1e-12);
     EXPECT_FALSE(face.isEmboldened);
     EXPECT_THROW(static_cast<void>(layout.face(1)), std::out_of_range);

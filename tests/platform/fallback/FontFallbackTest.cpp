@@ -8,6 +8,7 @@
 
 #include "fallback/FallbackTestSupport.h"
 #include "fonts/FontSet.h"
+#include "fonts/HostFiles.h"
 #include "support/ForeignCollection.h"
 
 namespace platform {
@@ -111,6 +112,24 @@ TEST(MapCharacters, refusesACollectionThatACallerMade) {
     test::ForeignCollection foreign;
     StackSource source(L"abc");
     expectNothing(map(&source, 0, 1, L"Liberation Sans", &foreign), E_INVALIDARG);
+}
+
+TEST(MapCharacters, takesACollectionOfAHostsOwnFiles) {
+    test::HostFonts fonts;
+    fonts.file("w").bytes = test::fontBytes("Words.ttf");
+    const com_ptr<IDWriteFontCollection> collection = fonts.collection("w");
+    StackSource source(L"HIa");
+    const Answer own = map(&source, 0, 3, L"Test Words", collection);
+    EXPECT_EQ(own.result, S_OK);
+    EXPECT_EQ(own.length, 2U);
+    EXPECT_EQ(familyName(own.font), L"Test Words");
+    const Answer systems = map(&source, 2, 1, L"Test Words", collection);
+    EXPECT_EQ(systems.length, 1U);
+    ASSERT_NE(systems.font.get(), nullptr);
+    EXPECT_NE(familyName(systems.font), L"Test Words");
+    const Answer unknown = map(&source, 0, 3, L"Liberation Sans", collection);
+    EXPECT_EQ(unknown.length, 3U);
+    ASSERT_NE(unknown.font.get(), nullptr);
 }
 
 TEST(MapCharacters, mapsNothingOfLengthZero) {

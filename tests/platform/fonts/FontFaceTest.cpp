@@ -120,7 +120,6 @@ TEST(FontFace, TheShapingFontIsInDesignUnits) {
 TEST(FontFace, IdsAreTheirOwn) {
     EXPECT_NE(font(L"DejaVu Sans").face().id(), font(L"Liberation Sans").face().id());
     EXPECT_EQ(font(L"DejaVu Sans").face().id(), font(L"DejaVu Sans").face().id());
-    EXPECT_EQ(&font(L"DejaVu Sans").face().font(), &font(L"DejaVu Sans"));
 }
 
 TEST(FontFace, CollectionsHoldEachOfTheirFaces) {

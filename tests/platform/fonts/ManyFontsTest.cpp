@@ -31,10 +31,9 @@ constexpr std::size_t fontCount = 3000;
     std::size_t right = 0;
     for (std::size_t i = 0; i < fontCount / 3; ++i) {
         CFontFamily* const family = collection.findFamily(L"test " + std::to_wstring(1000000 + i).substr(1));
-        const CFontFace& face =
-            family->match(DWRITE_FONT_WEIGHT_BOLD, DWRITE_FONT_STRETCH_NORMAL, DWRITE_FONT_STYLE_NORMAL).face();
-        right +=
-            face.font().weight() == DWRITE_FONT_WEIGHT_BOLD && face.advance(face.nominalGlyph(U'H')) == 700 ? 1 : 0;
+        CFont& font = family->match(DWRITE_FONT_WEIGHT_BOLD, DWRITE_FONT_STRETCH_NORMAL, DWRITE_FONT_STYLE_NORMAL);
+        const CFontFace& face = font.face();
+        right += font.weight() == DWRITE_FONT_WEIGHT_BOLD && face.advance(face.nominalGlyph(U'H')) == 700 ? 1 : 0;
     }
     const Mapping fallback = FallbackMapper::system().map(u"H", 0, 1, L"", nullptr, DWRITE_FONT_WEIGHT_NORMAL,
                                                           DWRITE_FONT_STYLE_NORMAL, DWRITE_FONT_STRETCH_NORMAL);

@@ -1,6 +1,7 @@
 list(APPEND PLATFORM_TESTS
     fonts/BrokenFontsTest.cpp
     fonts/ChangingFontsTest.cpp
+    fonts/FaceFilesTest.cpp
     fonts/FaceNamesTest.cpp
     fonts/FamilySubstitutesTest.cpp
     fonts/FontCollectionTest.cpp
@@ -14,6 +15,12 @@ list(APPEND PLATFORM_TESTS
     fonts/FontThreadsTest.cpp
     fonts/GlyphRunOutlineTest.cpp
     fonts/HeadersTest.cpp
+    fonts/HostCollectionsTest.cpp
+    fonts/HostFailuresTest.cpp
+    fonts/HostFiles.cpp
+    fonts/HostFontFilesTest.cpp
+    fonts/HostLayoutsTest.cpp
+    fonts/LocalFilesTest.cpp
     fonts/ManyFontsTest.cpp
     fonts/PictureFontsTest.cpp
     fonts/PlainFacesTest.cpp
