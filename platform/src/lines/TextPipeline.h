@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+#include "com/Reference.h"
 #include "format/Stage.h"
 #include "lines/LaidOutText.h"
 

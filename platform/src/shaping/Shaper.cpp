@@ -45,14 +45,15 @@ void fill(hb_buffer_t* buffer, const ShapeRequest& request) {
                         request.asksUnsafeToConcat ? HB_BUFFER_FLAG_PRODUCE_UNSAFE_TO_CONCAT : HB_BUFFER_FLAG_DEFAULT);
 }
 
-/// The features to ask for. Of two that name the same, the later holds.
-std::span<const hb_feature_t> featuresOf(const ShapeRequest& request, std::vector<hb_feature_t>& unkerned) {
-    if (request.isKerned) {
-        return request.features;
-    }
-    unkerned.push_back({HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END});
-    unkerned.insert(unkerned.end(), request.features.begin(), request.features.end());
-    return unkerned;
+/// The features without kerning. Of two that name the same, the later holds.
+std::vector<hb_feature_t> withoutKerning(std::span<const hb_feature_t> features) {
+    std::vector<hb_feature_t> all{{HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END}};
+    all.insert(all.end(), features.begin(), features.end());
+    return all;
+}
+
+void shapeBuffer(CFontFace& face, hb_buffer_t* buffer, std::span<const hb_feature_t> features) {
+    hb_shape(face.shapingFont(), buffer, features.data(), static_cast<unsigned>(features.size()));
 }
 
 void read(hb_buffer_t* buffer, bool isRightToLeft, ShapedRun& run) {
@@ -82,9 +83,11 @@ void shape(const ShapeRequest& request, ShapedRun& run) {
     const BufferPtr own = request.length > longestKeptRun ? makeBuffer() : nullptr;
     hb_buffer_t* buffer = own ? own.get() : threadsBuffer();
     fill(buffer, request);
-    std::vector<hb_feature_t> unkerned;
-    const std::span<const hb_feature_t> features = featuresOf(request, unkerned);
-    hb_shape(request.face->shapingFont(), buffer, features.data(), static_cast<unsigned>(features.size()));
+    if (request.isKerned) {
+        shapeBuffer(*request.face, buffer, request.features);
+    } else {
+        shapeBuffer(*request.face, buffer, withoutKerning(request.features));
+    }
     if (hb_buffer_allocation_successful(buffer) == 0) {
         throw std::bad_alloc();
     }

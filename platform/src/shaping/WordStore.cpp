@@ -15,8 +15,13 @@ const ShapedWord& WordStore::Words::find(std::u16string_view word, WordEdges edg
     return added->second;
 }
 
+WordStore::Key WordStore::keyOf(const ShapeRequest& request) {
+    return {request.face->id(), request.script, request.language,
+            (request.isRightToLeft ? 1U : 0U) | (request.isKerned ? 2U : 0U)};
+}
+
 WordStore::Words& WordStore::wordsOf(const ShapeRequest& request) {
-    const Key key{request.face->id(), request.script, request.language, request.isRightToLeft, request.isKerned};
+    const Key key = keyOf(request);
     if (m_bytes > m_capacity) {
         m_words.clear();
         m_last = nullptr;

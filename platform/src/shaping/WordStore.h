@@ -71,8 +71,9 @@ private:
     /// Some 20,000 words.
     static constexpr std::size_t defaultCapacity = std::size_t{4} << 20;
 
-    /// The face by its number, which no later face gets.
-    using Key = std::tuple<std::uint32_t, hb_script_t, hb_language_t, bool, bool>;
+    /// The face by its number, which no later face gets, and direction and kerning as one number.
+    using Key = std::tuple<std::uint32_t, hb_script_t, hb_language_t, unsigned>;
+    static Key keyOf(const ShapeRequest& request);
 
     std::size_t m_capacity;
     std::size_t m_bytes = 0;
