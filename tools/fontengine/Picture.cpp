@@ -169,6 +169,9 @@ void strokeBoxes(cairo_t* cr, const Viewport& viewport, const LaidOutText& text)
         cairo_set_source_rgba(cr, 0.9, 0.1, 0.1, 0.8);
         strokeRect(cr, viewport, text, paragraph.ink);
         cairo_set_source_rgba(cr, 0.0, 0.6, 0.2, 0.8);
+        if (paragraph.box.isEmpty()) {
+            continue; // no baseline is as long as what has no edges
+        }
         for (const double y : paragraph.baselines()) {
             const MbCartPoint a = viewport(toDrawing(text, paragraph.box.xmin, y));
             const MbCartPoint b = viewport(toDrawing(text, paragraph.box.xmax, y));
