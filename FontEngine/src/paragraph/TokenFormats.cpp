@@ -4,12 +4,6 @@
 
 namespace fonts {
 
-namespace {
-
-const SRunFormat plainFormat;
-
-} // namespace
-
 CTokenFormats::CTokenFormats(const render::CRichTextParagraph& paragraph, const SParagraphLayoutOptions& options)
     : m_formats(options.runFormats) {
     m_ends.reserve(paragraph.tokens.size());
@@ -37,7 +31,8 @@ render::TextRange CTokenFormats::range(std::uint32_t token) const {
 }
 
 const SRunFormat& CTokenFormats::format(std::uint32_t token) const {
-    return m_formats.empty() ? plainFormat : m_formats[token];
+    static const SRunFormat plain;
+    return m_formats.empty() ? plain : m_formats[token];
 }
 
 double CTokenFormats::ownFactor(std::uint32_t token) const {
