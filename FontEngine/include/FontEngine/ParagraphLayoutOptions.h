@@ -86,7 +86,7 @@ enum class EParagraphDetail : std::int32_t {
 
 /// How CParagraphLayout lays a paragraph out. Lengths are the document's units.
 struct SParagraphLayoutOptions {
-    /// Of the box that lines are wrapped and aligned in; 0: no limit. See ITextMetrics::getParagraphRects.
+    /// Of the box that lines are wrapped and aligned in; 0: nothing is wrapped. See ITextMetrics::getParagraphRects.
     double maxWidth = 0.0;
     /// Of the box that lines are aligned in vertically; 0: no limit.
     double maxHeight = 0.0;

@@ -163,9 +163,12 @@ SPlatformParagraph makePlatformParagraph(const render::CRichTextParagraph& parag
     if (formats.hasOwnFactors()) {
         widenClusters(result, text, options, formats);
     }
-    // A limit of 0 or less leaves the layout's own in place, and so does one that the layout refuses.
+    // What the layout refuses leaves its own limit in place.
     if (options.maxWidth > 0.0) {
         result.pLayout->SetMaxWidth(static_cast<FLOAT>(options.maxWidth / factor));
+    } else {
+        // A width of 0 is no limit on one platform and breaks lines everywhere on the other.
+        OSLAYER_CHECK(result.pLayout->SetWordWrapping(DWRITE_WORD_WRAPPING_NO_WRAP));
     }
     if (options.maxHeight > 0.0) {
         result.pLayout->SetMaxHeight(static_cast<FLOAT>(options.maxHeight));

@@ -7,39 +7,10 @@
 
 #include <oslayer/Errors.h>
 
-#include "../RealFonts.h"
+#include "ParagraphLayoutTesting.h"
 
+namespace paragraph_tests {
 namespace {
-
-using fonts::CParagraphLayout;
-using fonts::SParagraphLayoutOptions;
-
-// Liberation Sans has capitals of 1409 units (OS/2 table), so that capitals of 10 make a unit this long.
-constexpr double unit = 10.0 / 1409.0;
-constexpr double precision = 1e-4;
-
-render::CRichTextParagraph twoTokens(std::wstring first, std::wstring second) {
-    render::CRichTextParagraph paragraph = testdocuments::makeParagraph(std::move(first));
-    paragraph.tokens.push_back(paragraph.tokens.front());
-    paragraph.tokens.back().text = std::move(second);
-    paragraph.tokens.back().color = 1;
-    return paragraph;
-}
-
-class ParagraphLayout : public RealFontsTest {
-protected:
-    CParagraphLayout lay(const std::wstring& text, const SParagraphLayoutOptions& options = {}) {
-        return CParagraphLayout::make(testdocuments::makeParagraph(text), *engine, options);
-    }
-
-    static SParagraphLayoutOptions formatted(const fonts::SRunFormat& format) {
-        SParagraphLayoutOptions options;
-        options.runFormats = {format};
-        return options;
-    }
-
-    static double widthOf(const CParagraphLayout& layout) { return layout.box().xmax - layout.box().xmin; }
-};
 
 // hb-shape LiberationSans-Regular.ttf AV: 1214 and 1366; with --features=-kern 1366 and 1366.
 TEST_F(ParagraphLayout, GlyphsStandAtTheShapersAdvances) {
@@ -53,24 +24,6 @@ TEST_F(ParagraphLayout, GlyphsStandAtTheShapersAdvances) {
     EXPECT_NEAR((1214.0 + 1366.0) * unit, run.width, precision);
     EXPECT_NEAR(2048.0 * unit, run.emSize, precision);
     EXPECT_NEAR(run.width, widthOf(layout), precision);
-}
-
-TEST_F(ParagraphLayout, LettersAreMovedTogetherUnlessKerningIsOff) {
-    fonts::SRunFormat format;
-    format.kerning = false;
-    EXPECT_NEAR(2.0 * 1366.0 * unit, widthOf(lay(L"AV", formatted(format))), precision);
-}
-
-// Which cut of the pan-CJK font a reader of each language expects: tests/platform/fallback/data/languages.tsv.
-TEST_F(ParagraphLayout, TheLocaleSaysWhichFontsStandIn) {
-    const auto familyFor = [this](const wchar_t* locale) {
-        SParagraphLayoutOptions options;
-        options.locale = locale;
-        return lay(L"\u76F4\u9AA8", options).face(0).family;
-    };
-    EXPECT_EQ(L"Noto Sans CJK JP", familyFor(L"ja"));
-    EXPECT_EQ(L"Noto Sans CJK SC", familyFor(L"zh-Hans"));
-    EXPECT_EQ(L"Noto Sans CJK TC", familyFor(L"zh-Hant"));
 }
 
 // hb-shape DejaVuSans.ttf ffi: one glyph, 5044; with --features=-liga three.
@@ -93,35 +46,6 @@ TEST_F(ParagraphLayout, TrackingFollowsEachCluster) {
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_NEAR(plain.glyphs()[i].origin.x + 3.0 * static_cast<double>(i), tracked.glyphs()[i].origin.x, precision);
     }
-}
-
-TEST_F(ParagraphLayout, TrackingOfOneTokenLeavesTheOthersAlone) {
-    const auto paragraph = twoTokens(L"HH", L"HH");
-    SParagraphLayoutOptions options;
-    options.runFormats.resize(2);
-    options.runFormats[1].tracking = 2.0;
-    const auto plain = CParagraphLayout::make(paragraph, *engine);
-    const auto tracked = CParagraphLayout::make(paragraph, *engine, options);
-    EXPECT_NEAR(plain.glyphs()[2].origin.x, tracked.glyphs()[2].origin.x, precision);
-    EXPECT_NEAR(plain.glyphs()[3].origin.x + 2.0, tracked.glyphs()[3].origin.x, precision);
-}
-
-TEST_F(ParagraphLayout, WidthFactorAndTrackingOfOneTokenAddUp) {
-    const auto paragraph = twoTokens(L"HH", L"HH");
-    SParagraphLayoutOptions options;
-    options.runFormats.resize(2);
-    options.runFormats[1].widthFactor = 0.5;
-    options.runFormats[1].tracking = 2.0;
-    const auto plain = CParagraphLayout::make(paragraph, *engine);
-    const auto stretched = CParagraphLayout::make(paragraph, *engine, options);
-    const double letter = plain.glyphs()[1].origin.x;
-    EXPECT_NEAR(2.0 * letter, stretched.glyphs()[2].origin.x, precision);
-    EXPECT_NEAR(2.5 * letter + 2.0, stretched.glyphs()[3].origin.x, precision);
-    EXPECT_NEAR(3.0 * letter + 4.0, widthOf(stretched), precision);
-    EXPECT_DOUBLE_EQ(0.5, stretched.runs().back().widthFactor);
-    // The outline of the last H is half as wide.
-    EXPECT_NEAR((plain.runs()[1].ink.xmax - plain.glyphs()[3].origin.x) / 2.0,
-                stretched.runs()[1].ink.xmax - stretched.glyphs()[3].origin.x, precision);
 }
 
 TEST_F(ParagraphLayout, ASlantMovesTheTopsOfCapitalsAndNoAdvance) {
@@ -197,37 +121,6 @@ TEST_F(ParagraphLayout, AnInlineBoxTakesItsRoom) {
     EXPECT_NEAR(layout.lines()[0].baseline - 10.0, place.rect.ymin, 0.006);
     EXPECT_GE(layout.box().ymax - layout.box().ymin, 50.0 - precision);
     EXPECT_EQ(2U, layout.runs().size());
-}
-
-TEST_F(ParagraphLayout, AnInlineBoxMayForceItsLine) {
-    SParagraphLayoutOptions options;
-    fonts::SInlineBox box;
-    box.range = {1, 1};
-    box.width = 5.0;
-    box.before = fonts::EBreak::Forced;
-    options.inlineBoxes = {box};
-    const CParagraphLayout layout = lay(L"H?H", options);
-    ASSERT_EQ(2U, layout.lines().size());
-    EXPECT_EQ(1U, layout.inlineBoxes()[0].line);
-}
-
-// Hebrew alef, bet, gimel: drawn from right to left, in the box's right end where the paragraph reads so.
-TEST_F(ParagraphLayout, RightToLeftGlyphsStandWhereTheyAreDrawn) {
-    SParagraphLayoutOptions options;
-    options.direction = fonts::EReadingDirection::RightToLeft;
-    options.maxWidth = 200.0;
-    const CParagraphLayout layout = lay(L"\x05D0\x05D1\x05D2", options);
-    ASSERT_EQ(1U, layout.runs().size());
-    const fonts::SRun& run = layout.runs()[0];
-    EXPECT_TRUE(run.isRightToLeft());
-    EXPECT_NEAR(200.0, run.origin.x + run.width, 1e-3);
-    const auto glyphs = layout.glyphs(run);
-    ASSERT_EQ(3U, glyphs.size());
-    EXPECT_NEAR(200.0 - glyphs[0].advance, glyphs[0].origin.x, 1e-3);
-    EXPECT_GT(glyphs[0].origin.x, glyphs[1].origin.x);
-    EXPECT_NEAR(run.origin.x, glyphs[2].origin.x, 1e-3);
-    EXPECT_NEAR(200.0, layout.caret(0).x, 1e-3);
-    EXPECT_NEAR(run.origin.x, layout.caret(3).x, 1e-3);
 }
 
 TEST_F(ParagraphLayout, ARunIsOneTokens) {
@@ -336,3 +229,4 @@ TEST_F(ParagraphLayout, FailsAsTheTextMetricsServiceDoes) {
 }
 
 } // namespace
+} // namespace paragraph_tests
