@@ -16,7 +16,10 @@ std::wstring keyOf(const render::SRichTextToken& token) {
     std::wstring key{static_cast<wchar_t>(size >> 16), static_cast<wchar_t>(size & 0xFFFFU)};
     key += token.fontStyle.bold ? L'b' : L'-';
     key += token.fontStyle.italic ? L'i' : L'-';
-    return key + token.fontFamily + L'\0' + token.text;
+    key += token.fontFamily;
+    key += L'\0';
+    key += token.text;
+    return key;
 }
 
 } // namespace
