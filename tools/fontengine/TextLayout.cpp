@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <optional>
 #include <utility>
 
 #include <FontEngine/LayoutScale.h>
@@ -218,20 +217,17 @@ bool hasOwnSpacing(const mtext::ParagraphFormat& format) {
 bool stack(const dxf::TextEntity& entity, const ScaledText& text, std::vector<StandingParagraph>& paragraphs) {
     bool expressed = true;
     double top = 0.0;
-    std::optional<double> lastBaseline; // of the paragraph above
+    double above = 0.0; // the last baseline of the paragraph above; its bottom where it has none
     for (std::size_t i = 0; i < paragraphs.size(); ++i) {
         StandingParagraph& paragraph = paragraphs[i];
         const std::vector<double> baselines = baselinesOf(paragraph.layout);
         expressed = expressed && !(hasOwnSpacing(text.format(i)) && baselines.size() > 1);
         if (i > 0 && !baselines.empty()) {
-            top -= extraSpacing(entity, text, i, lastBaseline.value_or(top) - (top + baselines.front()));
+            top -= extraSpacing(entity, text, i, above - (top + baselines.front()));
         }
         paragraph.top = top;
         top -= paragraph.height();
-        lastBaseline.reset();
-        if (!baselines.empty()) {
-            lastBaseline = paragraph.top + baselines.back();
-        }
+        above = baselines.empty() ? top : paragraph.top + baselines.back();
     }
     return expressed;
 }
