@@ -16,7 +16,6 @@ public:
     std::size_t size() const { return m_metrics.size(); }
     const DWRITE_CLUSTER_METRICS& at(std::size_t index) const { return m_metrics[index]; }
     std::uint32_t start(std::size_t index) const { return m_starts[index]; }
-    std::uint32_t end(std::size_t index) const { return m_starts[index] + m_metrics[index].length; }
     double width(std::size_t index) const { return static_cast<double>(m_metrics[index].width); }
 
     // The first cluster that starts at the position or behind it; size() behind all.
